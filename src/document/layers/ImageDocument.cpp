@@ -1,0 +1,86 @@
+#include "document/layers/ImageDocument.h"
+
+#include <stdexcept>
+
+#include "shell/state/Settings.h"
+
+namespace zelvane {
+namespace {
+
+using Kind = PictureSurface::Kind;
+using Frame = PictureSurface::Frame;
+using Shape = ShapeOverlay::Shape;
+using Style = ShapeOverlay::Style;
+
+MdiForm& MainWindow() {
+  for (Form* form : Forms())
+    if (auto* window = dynamic_cast<MdiForm*>(form)) return *window;
+  throw std::logic_error("a document needs the main window");
+}
+
+/// What a layer holds until a picture comes: the desktop's colours for windows.
+void SetFirstColors(PictureSurface& layer) {
+  layer.SetBackColor(SystemColor::WindowBackground);
+  layer.SetForeColor(SystemColor::WindowText);
+}
+
+}  // namespace
+
+ImageDocument::ImageDocument()
+    : Form("frmPaint", MainWindow()),
+      Back(*this, "Back"),
+      PaintArea(Back, "PaintArea"),
+      Buffer(*this, "Buffer", Frame::Yes, Kind::Layer),
+      BufferSelected(*this, "BufferSelected", Frame::No, Kind::Layer),
+      SelectedBack(*this, "SelectedBack", Frame::No, Kind::Layer),
+      Undo(*this, "Undo", Frame::Yes, Kind::Layer),
+      TextInput(PaintArea, "TextInput", TextBox::Lines::Many),
+      lblTextSize(PaintArea, "lblTextSize", "M"),
+      SelectArea(PaintArea, Shape::Rectangle, Style::Dotted),
+      CropArea(PaintArea, Shape::Rectangle, Style::Dotted),
+      DrawBox(PaintArea, Shape::Rectangle),
+      DrawCircle(PaintArea, Shape::Oval),
+      FollowLine(PaintArea),
+      Temp(PaintArea),
+      Temp2(PaintArea),
+      HScroll1(*this, "HScroll1", ScrollBar::Direction::Horizontal),
+      VScroll1(*this, "VScroll1", ScrollBar::Direction::Vertical) {
+  SetCaption("Untitled");
+  for (PictureSurface* layer : {&Buffer, &BufferSelected, &SelectedBack, &Undo}) SetFirstColors(*layer);
+  PaintArea.SetAccessibleName("Picture");
+  PaintArea.SetSource(&Buffer, 1);
+  TextInput.SetVisible(false);
+  lblTextSize.SetVisible(false);
+  lblTextSize.SetAutoSize(true);
+
+  OnResize = [this] { Form_Resize(); };
+  for (ScrollBar* bar : {&HScroll1, &VScroll1}) {
+    bar->OnChange = bar->OnScroll = [this] { Scrolled(); };
+    bar->OnGotFocus = [this] { PaintArea.Refresh(), PaintArea.SetFocus(); };
+  }
+  TextInput.OnKeyDown = TextInput.OnKeyUp = [this](int16_t, int16_t) { TextInput_Key(); };
+}
+
+void ImageDocument::ShowCaption() {
+  SetCaption(Tag() + " - " + PlainText(Zoom) + "%");
+}
+
+void ImageDocument::TextInput_Key() {
+  if (!TextInput.Visible()) return;
+  lblTextSize.SetCaption(TextInput.Text() + "M");
+  TextInput.SetWidth(lblTextSize.Width());
+  TextInput.SetHeight(lblTextSize.Height());
+}
+
+ImageDocument* ActiveDocument() {
+  for (Form* form : Forms())
+    if (auto* window = dynamic_cast<MdiForm*>(form))
+      return dynamic_cast<ImageDocument*>(window->ActiveForm());
+  return nullptr;
+}
+
+ImageDocument& DocumentOf(PictureSurface& layer) {
+  return dynamic_cast<ImageDocument&>(*layer.Parent());
+}
+
+}  // namespace zelvane

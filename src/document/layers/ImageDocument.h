@@ -1,0 +1,80 @@
+#pragma once
+
+#include <cstdint>
+
+#include "surface/forms/Label.h"
+#include "surface/forms/MdiForm.h"
+#include "surface/forms/Overlay.h"
+#include "surface/forms/Panel.h"
+#include "surface/forms/PictureSurface.h"
+#include "surface/forms/PictureView.h"
+#include "surface/forms/ScrollBar.h"
+#include "surface/forms/TextBox.h"
+
+namespace zelvane {
+
+/// One open picture: a child window of the main window with its layers and overlays. There is no picture
+/// apart from the window. Layers measure in image pixels, `PaintArea` and its overlays in image pixels times
+/// the zoom multiple.
+///
+/// While `SelectArea` is visible a floating selection exists: its pixels are in `BufferSelected` and, from
+/// the next `RefreshPaintArea` on, also in `Buffer`; `SelectedBack` holds what must return when it moves.
+class ImageDocument : public Form {
+ public:
+  ImageDocument();
+
+  bool Dirty = false;              ///< changed since it was last saved
+  bool OpenedFile = false;         ///< came in by the open dialog
+  int32_t StartX = 0, StartY = 0;  ///< image position of the last press
+  double Zoom = 100;               ///< percent, 100 to 800 in steps of 100
+  bool Down = false;               ///< button 1 or 2 is held on `PaintArea`
+  bool ZoomBusy = false;           ///< the document itself moves the zoom box
+
+  Panel Back;             ///< the viewport that clips `PaintArea`
+  PictureView PaintArea;  ///< the picture at the zoom; receives all pointer events
+  PictureSurface Buffer;  ///< the picture; its `Tag` is the file's path, empty for one never saved
+  PictureSurface BufferSelected, SelectedBack;  ///< the floating selection, and what lies beneath it
+  PictureSurface Undo;                          ///< the one undo level
+  TextBox TextInput;                            ///< the text being typed by the Text tool
+  Label lblTextSize;                            ///< measures it
+  ShapeOverlay SelectArea, CropArea;            ///< marquees
+  ShapeOverlay DrawBox, DrawCircle;             ///< rubber bands of boxes and ellipses
+  LineOverlay FollowLine;                       ///< rubber band of lines
+  LineOverlay Temp, Temp2;                      ///< end lines of a gradient, never shown
+  ScrollBar HScroll1, VScroll1;                 ///< what part of `PaintArea` is in view
+
+  double GetZoomFactor() const { return Zoom; }
+  /// `Zoom` / 100.
+  int16_t ZoomMultiple() const { return static_cast<int16_t>(Zoom / 100); }
+  void SetDirtyFalse() { Dirty = false; }
+  /// `BufferSelected` while a selection floats, else `Buffer`.
+  PictureSurface& LiveLayer() { return SelectArea.Visible() ? BufferSelected : Buffer; }
+
+  /// `PaintArea` takes the size of the picture at the zoom.
+  void SizePaintArea();
+  /// The caption tells the window's `Tag` and the zoom.
+  void ShowCaption();
+
+  /// Lays the window out: scroll bars, viewport, and the picture centred or scrolled in it.
+  void Form_Resize();
+  /// Lays out anew after a change of size or zoom and shows what is in view. Each argument is a fraction 0..1
+  /// of its scroll bar's range, or negative to leave that bar alone.
+  void RealignZoom(double vertical, double horizontal);
+
+ private:
+  void LayOutAxis(bool horizontal);
+  void MoveMarquees();
+  void Scrolled();
+  void TextInput_Key();
+};
+
+/// The document whose window is the main window's active child, null without one.
+ImageDocument* ActiveDocument();
+/// The document that a layer belongs to.
+ImageDocument& DocumentOf(PictureSurface& layer);
+
+/// The one way to show a change: merges a floating selection into `surface`, the document's `Buffer`, and
+/// shows what has changed there since the last call, at the document's zoom.
+void RefreshPaintArea(PictureSurface& surface);
+
+}  // namespace zelvane

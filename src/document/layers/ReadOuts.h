@@ -1,0 +1,35 @@
+#pragma once
+
+#include <memory>
+
+#include "surface/forms/Label.h"
+#include "surface/forms/PictureSurface.h"
+
+namespace zelvane {
+
+/// The read-outs in the top bar: where the pointer is, and how far a stroke has gone from its press.
+struct ReadOutControls {
+  explicit ReadOutControls(Control& TopBar);
+
+  PictureSurface CoordsInfo;
+  Label lblArea, lblCoords;
+};
+
+/// Stands while the main window does.
+inline std::unique_ptr<ReadOutControls> ReadOuts;
+
+/// The facts of the file behind the active document; hidden without one.
+struct InfoFrameControls {
+  explicit InfoFrameControls(Control& RightBar);
+
+  PictureSurface Split;  ///< the separator above the frame
+  PictureSurface InfoFrame;
+  Label lblHeading;
+  ControlArray<Label> lblNames;
+  Label IWidth, IHeight, IBits, iType;
+
+  void SetVisible(bool visible);
+};
+inline std::unique_ptr<InfoFrameControls> InfoPanel;
+
+}  // namespace zelvane

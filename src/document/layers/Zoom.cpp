@@ -1,0 +1,99 @@
+#include "document/layers/ImageDocument.h"
+#include "shell/state/State.h"
+#include "surface/raster/FailingStep.h"
+
+namespace zelvane {
+namespace {
+
+/// One axis of the window: the picture's place and the bar that moves it.
+struct Axis {
+  ScrollBar& bar;
+  double picture, viewport;
+};
+
+void LimitBar(const Axis& axis) {
+  With(ToInt16(axis.picture - axis.viewport), [&](int16_t max) { axis.bar.SetMax(max); });
+  With(ToInt16(axis.viewport), [&](int16_t change) { axis.bar.SetLargeChange(change); });
+}
+
+/// The viewport is bare of a frame, so its inside is its whole size. Where the picture needs more range than
+/// a bar has, the bar keeps its old one.
+Single PlaceAlong(const Axis& axis) {
+  if (axis.picture < axis.viewport) {
+    axis.bar.SetMax(0);
+    return static_cast<Single>(RoundHalfEven((axis.viewport - axis.picture) / 2));
+  }
+  LimitBar(axis);
+  return static_cast<Single>(-axis.bar.Value());
+}
+
+Rect Times(const Rect& pixels, int multiple) {
+  return {pixels.left * multiple, pixels.top * multiple, pixels.right * multiple, pixels.bottom * multiple};
+}
+
+}  // namespace
+
+void ImageDocument::SizePaintArea() {
+  PaintArea.SetWidth(static_cast<Single>(Zoom / 100 * Buffer.ScaleWidth() + 2));
+  PaintArea.SetHeight(static_cast<Single>(Zoom / 100 * Buffer.ScaleHeight() + 2));
+}
+
+void ImageDocument::LayOutAxis(bool horizontal) {
+  if (horizontal)
+    PaintArea.SetLeft(PlaceAlong({HScroll1, PaintArea.Width(), Back.Width()}));
+  else
+    PaintArea.SetTop(PlaceAlong({VScroll1, PaintArea.Height(), Back.Height()}));
+}
+
+void ImageDocument::Form_Resize() {
+  if (WindowState() == kMinimised) return;
+  const Single h = HScroll1.Height(), w = VScroll1.Width();
+  HScroll1.Move(0, ScaleHeight() - h, ScaleWidth() - w, h);
+  VScroll1.Move(ScaleWidth() - w, 0, w, ScaleHeight() - h);
+  Back.Move(0, 0, ScaleWidth() - w, ScaleHeight() - h);
+  LayOutAxis(true);
+  LayOutAxis(false);
+}
+
+void ImageDocument::RealignZoom(double vertical, double horizontal) {
+  Form_Resize();
+  if (vertical >= 0)
+    With(ToInt16(VScroll1.Max() * vertical), [&](int16_t value) { VScroll1.SetValue(value); });
+  if (horizontal >= 0)
+    With(ToInt16(HScroll1.Max() * horizontal), [&](int16_t value) { HScroll1.SetValue(value); });
+  Form_Resize();
+  MoveMarquees();
+  if (PaintArea.Multiple() == ZoomMultiple()) return;
+  PaintArea.SetSource(&Buffer, ZoomMultiple());
+  PaintArea.Refresh();
+}
+
+/// The marquees follow the layer of the selection, which stands in image pixels.
+void ImageDocument::MoveMarquees() {
+  const Single s = ZoomMultiple();
+  const auto follow = [&](ShapeOverlay& marquee) {
+    marquee.Move(BufferSelected.Left() * s, BufferSelected.Top() * s, BufferSelected.Width() * s,
+                 BufferSelected.Height() * s);
+  };
+  if (CropArea.Visible()) follow(CropArea);
+  if (!SelectArea.Visible()) return;
+  follow(SelectArea);
+  Assign(State.SelectionLeft, ToInt16(SelectArea.Left()));
+  Assign(State.SelectionTop, ToInt16(SelectArea.Top()));
+}
+
+void ImageDocument::Scrolled() {
+  PaintArea.SetFocus();
+  RealignZoom(-1, -1);
+}
+
+void RefreshPaintArea(PictureSurface& surface) {
+  ImageDocument& document = DocumentOf(surface);
+  PictureSurface& selected = document.BufferSelected;
+  if (document.SelectArea.Visible())
+    surface.BitBlt(static_cast<int>(selected.Left()), static_cast<int>(selected.Top()), selected.ScaleWidth(),
+                   selected.ScaleHeight(), selected, 0, 0);
+  document.PaintArea.Refresh(Times(surface.TakeDamage(), document.ZoomMultiple()));
+}
+
+}  // namespace zelvane

@@ -1,0 +1,53 @@
+#include "document/window/ClosePicture.h"
+
+#include "document/layers/ReadOuts.h"
+#include "document/window/SavePicture.h"
+#include "shell/state/State.h"
+#include "ui/MsgBox.h"
+
+namespace zelvane {
+namespace {
+
+bool SaveUnderAskedName(ImageDocument& document) {
+  const std::string name = GetSaveName(document, "Save As...", kSaveFilter);
+  if (!name.empty()) return MayReplace(document, name) && SaveFile(document, name);
+  return MsgBox("The save operation failed.\r\nClose the window anyway?", 36, "Save failed.") == kAnswerYes;
+}
+
+bool SaveBeforeClose(ImageDocument& document) {
+  const std::string path = document.Buffer.Tag();
+  if (path.empty()) return SaveUnderAskedName(document);
+  SetSaveType(path);
+  return SaveFile(document, path);
+}
+
+void RestoreMainWindow(ImageDocument& document) {
+  auto* main = dynamic_cast<Form*>(document.Parent());
+  if (main && main->WindowState() == kMinimised) main->SetWindowState(kNormal);
+}
+
+bool SettleChanges(ImageDocument& document) {
+  RestoreMainWindow(document);
+  switch (
+      MsgBox("The image has been changed.\r\n\r\nDo you wish to save the changes?", 35, "Changed Image")) {
+    case kAnswerYes:
+      return SaveBeforeClose(document);
+    case kAnswerNo:
+      return true;
+    default:
+      return false;
+  }
+}
+
+}  // namespace
+
+bool MayClose(ImageDocument& document) {
+  if (document.Dirty && !SettleChanges(document)) {
+    State.CloseCancelled = true;
+    return false;
+  }
+  InfoPanel->SetVisible(false);
+  return true;
+}
+
+}  // namespace zelvane

@@ -1,0 +1,113 @@
+#include "document/window/OpenPicture.h"
+
+#include "components/ImgEdit.h"
+#include "shell/state/RecentFiles.h"
+#include "shell/state/Settings.h"
+#include "shell/state/State.h"
+#include "surface/forms/Dialogs.h"
+#include "surface/raster/FailingStep.h"
+#include "surface/system/PictureFile.h"
+#include "ui/MsgBox.h"
+
+namespace zelvane {
+namespace {
+
+constexpr char kOpenFilter[] =
+    "All picture "
+    "files|*.bmp;*.dib;*.rle;*.xbm;*.gif;*.jpeg;*.jpg;*.jpe;*.wmf;*.emf;*.png;*.mng;*.tif;*.jfx;*.pcx;"
+    "*.xif;*.ico;*.cur|Bitmaps (*.bmp;*.dib;*.rle;*.xbm)|*.bmp;*.dib;*.rle;*.xbm|GIF images "
+    "(*.gif)|*.gif|JPEG images "
+    "(*.jpg;*.jpe;*.jpeg)|*.jpg;*.jpe;*.jpeg|Metafiles (*.wmf;*.emf)|*.wmf;*.emf|Network graphics images "
+    "(*.png;*.mng)|*.png;*.mng|Tagged image format files (*.tif;*.tiff;*.jfx)|*.tif;*.tiff;*.jfx|PC "
+    "Paintbrush images "
+    "(*.pcx)|*.pcx|XIF images  (*.xif)|*.xif|Icons (*.ico) and Cursors (*.cur)|*.ico;*.cur|All files "
+    "(*.*)|*.*";
+
+enum class Reader { PicFormat, ImgEdit, Platform };
+
+Reader ReaderOf(const std::string& path) {
+  const std::string kind = ExtensionOf(path).substr(0, 3);
+  for (const char* known : {"png", "mng", "jpg", "jpe", "bmp", "xbm", "gif"})
+    if (kind == known) return Reader::PicFormat;
+  for (const char* known : {"tif", "jfx", "pcx", "xif"})
+    if (kind == known) return Reader::ImgEdit;
+  return Reader::Platform;
+}
+
+std::optional<Bitmap> ReadWithPicFormat(const std::string& path) {
+  const int32_t number = State.PicFormatObject->ReadPicture(path);
+  if (number == 0) return std::nullopt;
+  return State.PicFormatObject->TakePicture(number);
+}
+
+std::optional<Bitmap> ReadWithImgEdit(const std::string& path) {
+  ImgEdit reader;
+  reader.SetImage(path);
+  return reader.Display() ? reader.TakePicture() : std::nullopt;
+}
+
+void ShowFailure() {
+  MsgBox("The selected picture file is missing or invalid", 48, "Zelvane");
+}
+
+/// The window is as large as its picture and its bars, as far as the main window has room.
+void FitWindow(ImageDocument& document) {
+  constexpr Single kTwips = 15;
+  document.SetWidth((document.PaintArea.Width() + document.VScroll1.Width()) * kTwips);
+  document.SetHeight((document.PaintArea.Height() + document.HScroll1.Height()) * kTwips);
+}
+
+void ShowPicture(ImageDocument& document, Bitmap picture, const std::string& path) {
+  document.Buffer.SetPicture(std::move(picture));
+  document.Buffer.SetTag(path);
+  document.SizePaintArea();
+  FitWindow(document);
+  document.Form_Resize();
+  RefreshPaintArea(document.Buffer);
+}
+
+}  // namespace
+
+std::optional<Bitmap> LoadPictureFile(const std::string& path) {
+  switch (ReaderOf(path)) {
+    case Reader::PicFormat:
+      return ReadWithPicFormat(path);
+    case Reader::ImgEdit:
+      return ReadWithImgEdit(path);
+    case Reader::Platform:
+      return LoadPicture(path);
+  }
+  return std::nullopt;
+}
+
+frmPaint* OpenPicture(const std::string& path) {
+  auto* document = new frmPaint;
+  document->SetTag(path);
+  document->ShowCaption();
+  document->Show();
+  std::optional<Bitmap> picture;
+  Attempt([&] { picture = LoadPictureFile(path); });
+  if (!picture) {
+    ShowFailure();
+    document->Unload();
+    return nullptr;
+  }
+  ShowPicture(*document, std::move(*picture), path);
+  return document;
+}
+
+void OpenAskedFile() {
+  const std::string path = AskOpenName("Open...", kOpenFilter, State.ZelvaneFolder, "", OpenFilterIndex);
+  if (path.empty()) return;
+  KeepZelvaneFolder(FolderOf(path));
+  frmPaint* document = OpenPicture(path);
+  if (!document) return;
+  document->OpenedFile = true;
+  AddToRecentList(path);
+}
+
+void OpenRecentFile(const std::string& path) {
+  if (OpenPicture(path)) AddToRecentList(path);
+}
+
+}  // namespace zelvane

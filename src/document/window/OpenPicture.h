@@ -1,0 +1,26 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "document/window/frmPaint.h"
+
+namespace zelvane {
+
+/// The filter that the open dialog ended on last, from 1; 0 at first.
+inline int16_t OpenFilterIndex = 0;
+
+/// Reads a picture by the reader for its extension's first three letters. No value where it's missing or
+/// invalid.
+std::optional<Bitmap> LoadPictureFile(const std::string& path);
+
+/// Asks for a picture and opens it.
+void OpenAskedFile();
+/// Opens a path of the recent list.
+void OpenRecentFile(const std::string& path);
+/// Opens a picture in a new document. Null: it couldn't be read, which the user has been told, and no
+/// document stays.
+frmPaint* OpenPicture(const std::string& path);
+
+}  // namespace zelvane

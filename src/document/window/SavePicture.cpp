@@ -1,0 +1,121 @@
+#include "document/window/SavePicture.h"
+
+#include "document/window/frmPaint.h"
+#include "shell/state/RecentFiles.h"
+#include "shell/state/Settings.h"
+#include "shell/state/State.h"
+#include "surface/forms/Dialogs.h"
+#include "surface/system/PictureFile.h"
+#include "ui/MsgBox.h"
+
+namespace zelvane {
+namespace {
+
+int16_t SaveTypeOf(const std::string& extension) {
+  if (extension == "gif") return kSaveGif;
+  if (extension == "jpg" || extension == "jpe" || extension == "jpeg") return kSaveJpeg;
+  if (extension == "tif" || extension == "tiff" || extension == "jfx") return kSaveTiff;
+  if (extension == "ico") return kSaveIcon;
+  return kSaveBitmap;
+}
+
+/// What a name without a dot gets.
+const char* ExtensionFor(int16_t type) {
+  switch (type) {
+    case kSaveGif:
+      return ".gif";
+    case kSaveJpeg:
+      return ".jpg";
+    case kSaveTiff:
+      return ".tif";
+    case kSaveIcon:
+      return "";
+    default:
+      return ".bmp";
+  }
+}
+
+std::string AskName(const ImageDocument& document, const std::string& title, const std::string& filters) {
+  const std::string& path = document.Buffer.Tag();
+  const std::string folder = path.empty() ? State.ZelvaneFolder : FolderOf(path);
+  int16_t filter_index = 0;
+  const std::string name =
+      AskSaveName(title, filters, folder, path.empty() ? "" : NameOf(path), filter_index);
+  if (!name.empty()) KeepZelvaneFolder(FolderOf(name));
+  return name;
+}
+
+WriteResult Write(const Bitmap& picture, const std::string& path) {
+  if (SaveType != kSaveBitmap)
+    return {"pictures of this kind can't be written yet; choose a name that ends in .bmp"};
+  return SavePicture(picture, path);
+}
+
+void TellFailure(const std::string& path, const std::string& reason) {
+  MsgBox("The picture could not be saved as\r\n" + path + "\r\n\r\nReason: " + reason + ".", 48,
+         "Save failed.");
+}
+
+void NameAfter(ImageDocument& document, const std::string& path) {
+  if (ToLower(path) != ToLower(document.Buffer.Tag())) AddToRecentList(path);
+  document.Buffer.SetTag(path);
+  document.SetTag(path);
+  document.ShowCaption();
+  document.SetDirtyFalse();
+}
+
+void SaveAsFlow(ImageDocument& document) {
+  const std::string name = GetSaveName(document, "Save As...", kSaveFilter);
+  if (MayReplace(document, name)) SaveFile(document, name);
+}
+
+}  // namespace
+
+void SetSaveType(const std::string& path) {
+  SaveType = SaveTypeOf(ExtensionOf(path));
+}
+
+std::string GetSaveName(ImageDocument& document, const std::string& WindowTitle, const std::string& Filters) {
+  std::string name = AskName(document, WindowTitle, Filters);
+  if (!name.empty() && NameOf(name).find('.') == std::string::npos) name += ExtensionFor(SaveType);
+  SetSaveType(name);
+  return name;
+}
+
+bool MayReplace(const ImageDocument& document, const std::string& name) {
+  if (name.empty() || name == document.Buffer.Tag() || !FileExists(name)) return true;
+  return MsgBox("Do you wish to replace the file?", 36, "File Already Exists") == kAnswerYes;
+}
+
+bool SaveFile(ImageDocument& document, const std::string& path) {
+  if (path.empty()) return false;
+  const WriteResult result = Write(document.Buffer.Image(), path);
+  if (!result.Done()) {
+    TellFailure(path, result.reason);
+    return false;
+  }
+  NameAfter(document, path);
+  return true;
+}
+
+void Save_Click() {
+  frmPaint* document = ActiveWindow();
+  if (!document) return;
+  const std::string path = document->Buffer.Tag();
+  SetSaveType(path);
+  if (path.empty())
+    SaveAsFlow(*document);
+  else
+    SaveFile(*document, path);
+  document->Form_Activate();
+}
+
+void SaveAs_Click() {
+  frmPaint* document = ActiveWindow();
+  if (!document) return;
+  SetSaveType(document->Buffer.Tag());
+  SaveAsFlow(*document);
+  document->Form_Activate();
+}
+
+}  // namespace zelvane

@@ -1,0 +1,171 @@
+#include "document/window/frmPaint.h"
+
+#include <cmath>
+
+#include "document/layers/ReadOuts.h"
+#include "document/window/ClosePicture.h"
+#include "imageops/Undo.h"
+#include "surface/raster/FailingStep.h"
+#include "tools/OptionBars.h"
+#include "tools/SimplePaints.h"
+
+namespace zelvane {
+namespace {
+
+constexpr double kSmallestZoom = 100, kLargestZoom = 800;
+
+/// A position measured from the middle of its zoomed pixel.
+Single Centred(Single position, double zoom) {
+  return static_cast<Single>(position - zoom / 200);
+}
+
+/// The image column or row of a centred position.
+std::optional<int16_t> ImagePosition(Single centred, double zoom) {
+  return ToInt16(centred / zoom * 100);
+}
+
+std::string Pair(int16_t a, const char* between, int16_t b) {
+  return std::to_string(a) + between + std::to_string(b);
+}
+
+}  // namespace
+
+frmPaint::frmPaint() {
+  SetKeyPreview(true);
+  OnActivate = [this] { Form_Activate(); };
+  OnKeyDown = [this](int16_t KeyCode, int16_t Shift) { Form_KeyDown(KeyCode, Shift); };
+  OnQueryUnload = [this](bool& Cancel, UnloadModes) { Cancel = !MayClose(*this); };
+  PaintArea.OnMouseDown = [this](int16_t Button, int16_t, Single X, Single Y) {
+    PaintArea_MouseDown(Button, X, Y);
+  };
+  PaintArea.OnMouseMove = [this](int16_t, int16_t, Single X, Single Y) { PaintArea_MouseMove(X, Y); };
+  PaintArea.OnMouseUp = [this](int16_t Button, int16_t, Single X, Single Y) {
+    PaintArea_MouseUp(Button, X, Y);
+  };
+  PaintArea.OnGotFocus = [this] { PaintArea_GotFocus(); };
+}
+
+/// The panel waits for a reader of file headers; until then it has nothing to tell.
+void frmPaint::Form_Activate() {
+  InfoPanel->SetVisible(false);
+}
+
+void frmPaint::Form_KeyDown(int16_t KeyCode, int16_t) {
+  if (KeyCode == kKeyF2) SetWindowState(kMinimised);
+}
+
+void frmPaint::PaintArea_MouseDown(int16_t Button, Single X, Single Y) {
+  State.PointerButton = kNoButton;
+  Down = false;
+  if (Button != kLeftButton && Button != kRightButton) return;
+  State.PointerButton = Button;
+  TakeUndoSnapshot(*this);
+  Down = true;
+  const auto k = static_cast<Single>(100 / Zoom);
+  Buffer.SetCurrentX(k * Centred(X, Zoom));
+  Buffer.SetCurrentY(k * Centred(Y, Zoom));
+  Assign(StartX, ToInt32(Buffer.CurrentX()));
+  Assign(StartY, ToInt32(Buffer.CurrentY()));
+  BufferSelected.SetCurrentX(Buffer.CurrentX() - BufferSelected.Left());
+  BufferSelected.SetCurrentY(Buffer.CurrentY() - BufferSelected.Top());
+  PaintAt(X, Y);
+}
+
+/// A position beyond 16 bits reaches no tool.
+void frmPaint::PaintAt(Single X, Single Y) {
+  const auto column = ImagePosition(Centred(X, Zoom), Zoom), row = ImagePosition(Centred(Y, Zoom), Zoom);
+  if (column && row) ApplyTool(Buffer, *column, *row, Zoom, Down);
+}
+
+void frmPaint::PaintArea_MouseMove(Single X, Single Y) {
+  if (Down) {
+    PaintAt(X, Y);
+    ShowArea(X, Y);
+  }
+  ShowCoords(X, Y);
+  ShowPointer();
+}
+
+void frmPaint::ShowArea(Single X, Single Y) {
+  const double x = Zoom == 100 ? X : Centred(X, Zoom) * (100 / Zoom);
+  const double y = Zoom == 100 ? Y : Centred(Y, Zoom) * (100 / Zoom);
+  const auto width = ToInt16(std::fabs(StartX - x)), height = ToInt16(std::fabs(StartY - y));
+  if (width && height) ReadOuts->lblArea.SetCaption(Pair(*width, " x ", *height));
+}
+
+void frmPaint::ShowCoords(Single X, Single Y) {
+  const auto column = Zoom == 100 ? ToInt16(X) : ImagePosition(Centred(X, Zoom), Zoom);
+  const auto row = Zoom == 100 ? ToInt16(Y) : ImagePosition(Centred(Y, Zoom), Zoom);
+  if (column && row) ReadOuts->lblCoords.SetCaption(Pair(*column, ", ", *row));
+}
+
+void frmPaint::ShowPointer() {
+  if (State.CurrentTool == kCursorTool) {
+    PaintArea.SetMousePointer(kPointerDefault);
+    return;
+  }
+  PaintArea.SetMouseIcon(&frmControls->MyCursor[static_cast<size_t>(State.CurrentTool)]);
+  PaintArea.SetMousePointer(kPointerCustom);
+}
+
+void frmPaint::PaintArea_MouseUp(int16_t Button, Single X, Single Y) {
+  if (State.CurrentTool == kMagnifyingTool) Magnify(Button);
+  const bool was_dirty = Dirty;
+  EndStroke(Button, X, Y);
+  if (State.CurrentTool == kSelectAreaTool) Dirty = was_dirty;
+}
+
+/// The left button goes one step nearer, the right one away.
+void frmPaint::Magnify(int16_t Button) {
+  if (Button == kLeftButton && Zoom < kLargestZoom)
+    Zoom += 100;
+  else if (Button == kRightButton && Zoom > kSmallestZoom)
+    Zoom -= 100;
+  else
+    return;
+  ShowZoomInBox();
+}
+
+void frmPaint::EndStroke(int16_t Button, Single X, Single Y) {
+  const double w = PaintArea.ScaleWidth(), h = PaintArea.ScaleHeight();
+  if (State.CurrentTool != kMagnifyingTool) Dirty = true;
+  Down = false;
+  if (Button != kLeftButton && Button != kRightButton) return;
+  PaintAt(X, Y);
+  if (State.CurrentTool == kMagnifyingTool) Relay(Y / h, X / w);
+}
+
+/// Lays the picture out at a new zoom, with the fractions of the scroll range that stay in view.
+void frmPaint::Relay(double vertical, double horizontal) {
+  SizePaintArea();
+  ShowCaption();
+  RealignZoom(vertical, horizontal);
+}
+
+void frmPaint::ChangeZoomFactor() {
+  if (ZoomBusy) return;
+  const double chosen = (frmControls->comboZoom.ListIndex() + 1) * 100.0;
+  if (chosen == Zoom) return;
+  Zoom = chosen;
+  const auto fraction = [](const ScrollBar& bar) {
+    return bar.Max() > 0 ? static_cast<double>(bar.Value()) / bar.Max() : 0.0;
+  };
+  Relay(fraction(VScroll1), fraction(HScroll1));
+}
+
+void frmPaint::ShowZoomInBox() {
+  ZoomBusy = true;
+  frmControls->comboZoom.SetListIndex(ZoomMultiple() - 1);
+  ZoomBusy = false;
+}
+
+void frmPaint::PaintArea_GotFocus() {
+  if (State.CurrentTool == kMagnifyingTool) ShowZoomInBox();
+  PaintArea.Refresh();
+}
+
+frmPaint* ActiveWindow() {
+  return dynamic_cast<frmPaint*>(ActiveDocument());
+}
+
+}  // namespace zelvane

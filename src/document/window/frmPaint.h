@@ -1,0 +1,38 @@
+#pragma once
+
+#include "document/layers/ImageDocument.h"
+
+namespace zelvane {
+
+/// The window of a document: turns pointer events on the picture into strokes, and asks before it goes.
+class frmPaint final : public ImageDocument {
+ public:
+  frmPaint();
+
+  /// Takes the zoom that the zoom box shows, as a click of the Magnifying tool would, whatever tool is
+  /// selected.
+  void ChangeZoomFactor();
+  /// Tells the facts of the file behind the document in the information panel.
+  void Form_Activate();
+
+ private:
+  void PaintArea_MouseDown(int16_t Button, Single X, Single Y);
+  void PaintArea_MouseMove(Single X, Single Y);
+  void PaintArea_MouseUp(int16_t Button, Single X, Single Y);
+  void PaintArea_GotFocus();
+  void Form_KeyDown(int16_t KeyCode, int16_t Shift);
+
+  void EndStroke(int16_t Button, Single X, Single Y);
+  void Magnify(int16_t Button);
+  void Relay(double vertical, double horizontal);
+  void ShowZoomInBox();
+  void ShowArea(Single X, Single Y);
+  void ShowCoords(Single X, Single Y);
+  void ShowPointer();
+  void PaintAt(Single X, Single Y);
+};
+
+/// The active document as its window, null without one.
+frmPaint* ActiveWindow();
+
+}  // namespace zelvane

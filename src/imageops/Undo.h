@@ -1,0 +1,15 @@
+#pragma once
+
+#include "document/layers/ImageDocument.h"
+
+namespace zelvane {
+
+/// Copies the live layer into the document's `Undo`, before the first pixel of a change is written.
+void TakeUndoSnapshot(ImageDocument& document);
+
+/// Exchanges the snapshot with the live layer of the active document and shows it, so a second call takes the
+/// change back in. Where the sizes differ, the part that both have at the top left is exchanged. `Dirty`
+/// stays.
+void Undo_Click();
+
+}  // namespace zelvane

@@ -1,0 +1,17 @@
+#include <string>
+
+#include "shell/Main.h"
+#include "surface/forms/Application.h"
+
+int main(int argc, char** argv) {
+  zelvane::Application application(argc, argv);
+  std::string tail;
+  for (int i = 1; i < argc; ++i) {
+    if (i > 1) tail += ' ';
+    tail += argv[i];
+  }
+  if (!zelvane::Main(tail)) return 1;
+  const int code = application.Run();
+  zelvane::DestroyForms();
+  return code;
+}

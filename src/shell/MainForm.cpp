@@ -1,0 +1,193 @@
+#include "shell/MainForm.h"
+
+#include <algorithm>
+
+#include "colour/ColorPanel.h"
+#include "document/layers/ReadOuts.h"
+#include "document/window/frmPaint.h"
+#include "shell/BuildInterface.h"
+#include "shell/MenuEvents.h"
+#include "shell/frmMonitor.h"
+#include "shell/state/RecentFiles.h"
+#include "shell/state/Settings.h"
+#include "surface/forms/Application.h"
+#include "surface/raster/FailingStep.h"
+#include "tools/OptionBars.h"
+#include "tools/SelectTool.h"
+#include "tools/ToolButtons.h"
+
+namespace zelvane {
+namespace {
+
+constexpr double kSmallestWidth = 9600, kSmallestHeight = 6780;  // twips
+constexpr int kHoverInterval = 50;                               // milliseconds
+constexpr Single kTopBarHeight = 32, kLeftBarWidth = 66, kRightBarWidth = 150, kProcessHeight = 24;  // pixels
+
+void DockPanel(PictureSurface& panel, Align align, Single size) {
+  if (align == Align::Top || align == Align::Bottom)
+    panel.SetHeight(size);
+  else
+    panel.SetWidth(size);
+  panel.SetBackColor(SystemColor::ButtonFace);
+  panel.SetAlign(align);
+}
+
+}  // namespace
+
+MainWindow::MainWindow()
+    : MdiForm("MainForm"),
+      TopBar(*this, "TopBar"),
+      LeftBar(*this, "LeftBar"),
+      RightBar(*this, "RightBar"),
+      ProcessBg(*this, "ProcessBg"),
+      lblProcessing(ProcessBg, "lblProcessing", "Processing:"),
+      Process(ProcessBg, "Process"),
+      ProcessBar(Process, "ProcessBar"),
+      Menus(*this),
+      CmdTimer(kHoverInterval) {
+  SetCaption(" Zelvane");
+  SetMinimumSize(kSmallestWidth, kSmallestHeight);
+  DockPanel(TopBar, Align::Top, kTopBarHeight);
+  DockPanel(LeftBar, Align::Left, kLeftBarWidth);
+  DockPanel(RightBar, Align::Right, kRightBarWidth);
+  DockPanel(ProcessBg, Align::Bottom, kProcessHeight);
+  ProcessBg.SetVisible(false);
+  lblProcessing.Move(8, 0, 80, kProcessHeight);
+  Process.Move(92, 4, 100, kProcessHeight - 8);
+  ProcessBar.SetBackColor(SystemColor::ActiveCaption);
+  ProcessBar.Move(0, 0, 1, kProcessHeight - 8);
+  ToolButtons = std::make_unique<ToolButtonControls>(LeftBar);
+  ReadOuts = std::make_unique<ReadOutControls>(TopBar);
+  ColorPanel = std::make_unique<ColorPanelControls>(RightBar);
+  InfoPanel = std::make_unique<InfoFrameControls>(RightBar);
+}
+
+MainWindow::~MainWindow() {
+  InfoPanel.reset();
+  ColorPanel.reset();
+  ReadOuts.reset();
+  ToolButtons.reset();
+}
+
+void MainWindow::WireEvents() {
+  OnResize = [this] { MDIForm_Resize(); };
+  OnQueryUnload = [this](bool& Cancel, UnloadModes) { MDIForm_QueryUnload(Cancel); };
+  Desktop.OnSettingChanged = [this] { SettingsChanged(); };
+  Recent.OnLoaded = ShowRecentList;
+  CmdTimer.OnTimer = HoverToolButtons;
+  for (int16_t tool = 0; tool < kToolCount; ++tool)
+    ToolButtons->Cmd[tool].OnClick = [tool] { SelectTool(tool); };
+  frmControls->comboZoom.OnClick = [] {
+    if (frmPaint* document = ActiveWindow()) document->ChangeZoomFactor();
+  };
+}
+
+void MainWindow::MDIForm_Load() {
+  RestoreWindowPlace();
+  if (ReadSetting("ZelvaneMaximized", "No") == "Yes") SetWindowState(kMaximised);
+  MeasureTitle();
+  BuildInterface(*this);
+  WireEvents();
+  SelectTool(kCursorTool);
+  SelectOption(0);
+  SelectOption3(0);
+  SelectOption4(0);
+  LoadRecentList();
+  State.ShowSplash = false;
+  Show();
+  MDIForm_Resize();
+  CmdTimer.SetEnabled(true);
+  frmMonitor->Form_Activate();
+}
+
+void MainWindow::RestoreWindowPlace() {
+  const double left = (Desktop.WorkAreaWidth() - kSmallestWidth) / 2;
+  const double top = (Desktop.WorkAreaHeight() - kSmallestHeight) / 2;
+  const auto restore = [](const char* key, double fallback, auto&& set) {
+    With(ReadNumber(key, fallback), [&](double value) { set(static_cast<Single>(value)); });
+  };
+  restore("ZelvaneWidth", kSmallestWidth, [this](Single width) { SetWidth(width); });
+  restore("ZelvaneHeight", kSmallestHeight, [this](Single height) { SetHeight(height); });
+  restore("ZelvaneLeft", left, [this](Single x) { SetLeft(x); });
+  restore("ZelvaneTop", top, [this](Single y) { SetTop(y); });
+  RestoredHeight = Height();
+  RestoredWidth = Width();
+}
+
+/// Title bars belong to the window manager, outside of what a window measures.
+void MainWindow::MeasureTitle() {
+  State.TitleBarHeight = 0;
+}
+
+void MainWindow::MDIForm_Resize() {
+  if (WindowState() != kMinimised && !NoteSize()) return;
+  PlaceReadOuts();
+  Process.SetWidth(ProcessBg.Width() - Process.Left());
+}
+
+/// False where the window was too small and has been set right, which comes here again.
+bool MainWindow::NoteSize() {
+  if (WindowState() != kMaximised) {
+    State.MainFrameHeight = static_cast<int32_t>(Height() - ScaleHeight());
+    State.MainFrameWidth = static_cast<int32_t>(Width() - ScaleWidth());
+    if (LastWindowState != kMaximised) {
+      if (Width() < kSmallestWidth) return SetWidth(kSmallestWidth), false;
+      if (Height() < kSmallestHeight) return SetHeight(kSmallestHeight), false;
+      RestoredHeight = Height();
+      RestoredWidth = Width();
+    }
+  }
+  LastWindowState = WindowState();
+  return true;
+}
+
+void MainWindow::SettingsChanged() {
+  if (WindowState() == kMaximised) return;
+  if (WindowState() == kMinimised) SetWindowState(kNormal);
+  const double height = Desktop.WorkAreaHeight(), width = Desktop.WorkAreaWidth();
+  if (height < Height() && Height() > kSmallestHeight) SetHeight(static_cast<Single>(height));
+  if (width < Width() && Width() > kSmallestWidth) SetWidth(static_cast<Single>(width));
+}
+
+void MainWindow::MDIForm_QueryUnload(bool& Cancel) {
+  if (!CloseDocuments()) {
+    Cancel = true;
+    return;
+  }
+  State.Exiting = true;
+  const std::vector<Form*> others = Forms();
+  for (Form* form : others)
+    if (form->Name() != Name()) form->Unload();
+  KeepWindowPlace();
+  State.PicFormatObject.reset();
+  EndProgram();
+}
+
+/// Each document is asked; the first that refuses takes the focus.
+bool MainWindow::CloseDocuments() {
+  for (Form* form : Children()) {
+    if (form->Name() != "frmPaint") continue;
+    State.CloseCancelled = false;
+    form->Unload();
+    if (!State.CloseCancelled) continue;
+    form->Activate();
+    return false;
+  }
+  return true;
+}
+
+void MainWindow::KeepWindowPlace() {
+  if (LastWindowState == kMaximised) {
+    WriteSetting("ZelvaneMaximized", "Yes");
+    return;
+  }
+  WriteSetting("ZelvaneMaximized", "No");
+  if (WindowState() != kMinimised) {
+    WriteSetting("ZelvaneLeft", PlainText(std::max<double>(Left(), 0)));
+    WriteSetting("ZelvaneTop", PlainText(std::max<double>(Top(), 0)));
+  }
+  WriteSetting("ZelvaneWidth", PlainText(std::min(Desktop.WorkAreaWidth(), RestoredWidth)));
+  WriteSetting("ZelvaneHeight", PlainText(std::min(Desktop.WorkAreaHeight(), RestoredHeight)));
+}
+
+}  // namespace zelvane

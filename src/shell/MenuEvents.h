@@ -1,0 +1,23 @@
+#pragma once
+
+namespace zelvane {
+
+// A top menu is about to open: which of its entries can act.
+void File_Click();
+void Edit_Click();
+void Image_Click();
+
+// Entries. Each checks for itself whether it can act, since a shortcut fires it whatever its menu shows.
+void FileOpen_Click();
+void Close_Click();
+void Manager_Click();
+void Splash_Click();
+void Exit_Click();
+void ArrHorizontal_Click();
+void ArrVertival_Click();
+void Cascade_Click();
+
+/// The recent entries take the list as it has been read.
+void ShowRecentList();
+
+}  // namespace zelvane

@@ -1,0 +1,45 @@
+#include "shell/state/Settings.h"
+
+#include <charconv>
+
+#include "shell/state/State.h"
+#include "surface/system/Files.h"
+#include "surface/system/SettingsStore.h"
+
+namespace zelvane {
+namespace {
+
+constexpr char kApplication[] = "Korvath";
+constexpr char kSection[] = "Settings";
+
+}  // namespace
+
+std::string ReadSetting(const std::string& key, const std::string& fallback) {
+  return GetSetting(kApplication, kSection, key, fallback);
+}
+
+void WriteSetting(const std::string& key, const std::string& value) {
+  SaveSetting(kApplication, kSection, key, value);
+}
+
+std::optional<double> ReadNumber(const std::string& key, double fallback) {
+  const std::string text = ReadSetting(key, PlainText(fallback));
+  double number = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  if (error != std::errc{} || end == text.data()) return std::nullopt;
+  return number;
+}
+
+void KeepZelvaneFolder(const std::string& folder) {
+  if (ToLower(folder) == ToLower(State.ZelvaneFolder)) return;
+  State.ZelvaneFolder = folder;
+  WriteSetting("ZelvaneFolder", folder);
+}
+
+std::string PlainText(double number) {
+  char text[32];
+  const auto [end, error] = std::to_chars(text, text + sizeof text, number, std::chars_format::fixed);
+  return error == std::errc{} ? std::string(text, end) : std::string("0");
+}
+
+}  // namespace zelvane

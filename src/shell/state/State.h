@@ -1,0 +1,82 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "components/PicFormat32.h"
+#include "surface/raster/Color.h"
+
+namespace zelvane {
+
+/// The tools by the index of their button.
+enum Tool : int16_t {
+  kCursorTool = 0,
+  kPenTool = 1,
+  kMagnifyingTool = 2,
+  kFloodfillTool = 3,
+  kGradientTool = 4,
+  kSelectAreaTool = 5,
+  kAirbrushTool = 6,
+  kCropTool = 7,
+  kEyedropperTool = 8,
+  kRectangleTool = 9,
+  kCircleTool = 10,
+  kBrightenTool = 11,
+  kTextTool = 12,
+  kBlurTool = 13,
+  kEraserTool = 14,
+};
+inline constexpr int kToolCount = 15;
+
+/// A numeric tool setting. `Value` is whole when typed, with a fraction when set through the slider.
+struct ToolOption {
+  int16_t Min = 0, Max = 0;
+  double Value = 0;
+};
+
+/// The application's shared state. There is one of each per process, in `State`.
+struct ApplicationState {
+  // Start
+  std::string CommandLine;  ///< picture path handed to this process, empty when none is pending
+  std::array<std::string, 5> FileTypeNames;  ///< names of the image types 1 to 4
+  std::string ZelvaneFolder;                 ///< where file dialogs start
+  std::string TempPath;                      ///< folder for temporary files, with its separator at the end
+  bool ShowSplash = false;                   ///< the splash is up
+  Color AccentColor;                         ///< button colour of the About window
+  uint64_t KorvathWindow = 0;                ///< the sibling's window, 0 when it isn't running
+  uint64_t SabriqueWindow = 0;               ///< the other sibling's
+  std::unique_ptr<PicFormat32> PicFormatObject;
+
+  // Windows
+  int32_t TitleBarHeight = 0;                       ///< twips
+  int32_t MainFrameHeight = 0, MainFrameWidth = 0;  ///< twips between the main window's outside and inside
+  bool CloseCancelled = false;                      ///< a document refused to close
+  bool Exiting = false;                             ///< the main window is going down
+
+  // Tools
+  int16_t CurrentTool = kCursorTool;
+  std::array<bool, 21> ToolButtonDown{};  ///< which tool button is drawn pressed
+  int16_t OptionButton = 0;               ///< style of the Rectangle and the Circle tool
+  std::array<bool, 21> OptionButtonDown{};
+  int16_t OptionButton3 = 0;  ///< style of the Pen
+  std::array<bool, 21> OptionButton3Down{};
+  int16_t OptionButton4 = 0;  ///< Brighten or Darken
+  std::array<bool, 21> OptionButton4Down{};
+  std::array<ToolOption, 12> OptionTable{};
+  int16_t ColorDialogTarget = 0;  ///< which `SelColor` the colour dialog edits
+
+  // The running stroke and the floating selection
+  int16_t PointerButton = 0;                    ///< 1 left, 2 right, 0 none
+  int16_t SelectionLeft = 0, SelectionTop = 0;  ///< base of a drag, in units of the view
+};
+
+inline ApplicationState State;
+
+/// Everything as it is before the program starts.
+inline void ResetState() {
+  State = ApplicationState{};
+}
+
+}  // namespace zelvane
