@@ -1,0 +1,129 @@
+#include "surface/raster/Bitmap.h"
+
+#include <sys/mman.h>
+
+#include <cstdlib>
+#include <cstring>
+#include <fstream>
+#include <string>
+
+namespace zelvane {
+namespace {
+
+constexpr size_t kHugePage = size_t{2} << 20;
+/// From here on a block is mapped on its own instead of taken from the heap.
+constexpr size_t kMappedFrom = size_t{1} << 20;
+/// Below this size a block isn't worth asking the system how much memory it has left.
+constexpr size_t kCheckedFrom = size_t{16} << 20;
+
+/// Bytes the system can hand out without swapping; everything where it doesn't tell.
+size_t AvailableMemory() {
+  std::ifstream lines("/proc/meminfo");
+  std::string name, unit;
+  size_t kibibytes = 0;
+  while (lines >> name >> kibibytes && std::getline(lines, unit)) {
+    if (name == "MemAvailable:") return kibibytes * 1024;
+  }
+  return SIZE_MAX;
+}
+
+/// The system promises more memory than it has and kills whoever takes it at its word, so a large block is
+/// refused while there is still a choice. One eighth stays for everybody else.
+void RequireMemory(size_t bytes) {
+  if (bytes < kCheckedFrom) return;
+  const size_t available = AvailableMemory();
+  if (bytes > available - available / 8) throw SurfaceTooLarge("not enough memory for the surface");
+}
+
+std::shared_ptr<void> HeapBlock(size_t bytes) {
+  constexpr size_t kCacheLine = 64;
+  void* block = std::aligned_alloc(kCacheLine, (bytes + kCacheLine - 1) / kCacheLine * kCacheLine);
+  if (!block) throw SurfaceTooLarge("not enough memory for the surface");
+  return {block, std::free};
+}
+
+/// A block of whole huge pages. The first touch of a fresh page goes through the kernel; in pages of 4 KiB
+/// that takes longer than writing the pixels, in pages of 2 MiB it hardly shows. Asking for huge pages is a
+/// hint: where it is turned down, the block is the same, only slower at first touch.
+std::shared_ptr<void> MappedBlock(size_t bytes) {
+  const size_t size = (bytes + kHugePage - 1) / kHugePage * kHugePage;
+  void* mapping = mmap(nullptr, size + kHugePage, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+  if (mapping == MAP_FAILED) throw SurfaceTooLarge("not enough memory for the surface");
+  char* const first = static_cast<char*>(mapping);
+  const size_t ahead = (kHugePage - reinterpret_cast<uintptr_t>(mapping) % kHugePage) % kHugePage;
+  if (ahead > 0) munmap(first, ahead);
+  munmap(first + ahead + size, kHugePage - ahead);
+  madvise(first + ahead, size, MADV_HUGEPAGE);
+  return {first + ahead, [size](void* block) { munmap(block, size); }};
+}
+
+std::shared_ptr<void> Block(size_t bytes) {
+  RequireMemory(bytes);
+  return bytes < kMappedFrom ? HeapBlock(bytes) : MappedBlock(bytes);
+}
+
+size_t RowBytes(const Bitmap& bitmap) {
+  return static_cast<size_t>(bitmap.Width()) * sizeof(Pixel);
+}
+
+}  // namespace
+
+Bitmap::Bitmap(int width, int height) {
+  if (width > kLargestSide || height > kLargestSide) throw SurfaceTooLarge("a side is beyond 32,767 pixels");
+  if (width <= 0 || height <= 0) return;
+  owner_ = Block(static_cast<size_t>(width) * static_cast<size_t>(height) * sizeof(Pixel));
+  pixels_ = static_cast<Pixel*>(owner_.get());
+  width_ = stride_ = width;
+  height_ = height;
+}
+
+Bitmap::Bitmap(int width, int height, Pixel fill) : Bitmap(width, height) {
+  std::fill_n(pixels_, static_cast<size_t>(width_) * static_cast<size_t>(height_), fill);
+}
+
+Bitmap Bitmap::Uninitialised(int width, int height) {
+  return Bitmap(width, height);
+}
+
+Bitmap Bitmap::Adopt(Pixel* pixels, int width, int height, int stride, std::shared_ptr<void> owner) {
+  Bitmap bitmap;
+  if (width <= 0 || height <= 0) return bitmap;
+  bitmap.owner_ = std::move(owner);
+  bitmap.pixels_ = pixels;
+  bitmap.width_ = width;
+  bitmap.height_ = height;
+  bitmap.stride_ = stride;
+  return bitmap;
+}
+
+void Bitmap::CopyPixels() {
+  Bitmap copy(width_, height_);
+  if (stride_ == width_) {
+    std::memcpy(copy.pixels_, pixels_, RowBytes(*this) * static_cast<size_t>(height_));
+  } else {
+    for (int y = 0; y < height_; ++y) std::memcpy(copy.WritableRow(y), Row(y), RowBytes(*this));
+  }
+  Swap(copy);
+}
+
+void Bitmap::DetachToOverwrite() {
+  if (owner_.use_count() > 1) *this = Bitmap(width_, height_);
+}
+
+void Bitmap::Swap(Bitmap& other) noexcept {
+  std::swap(owner_, other.owner_);
+  std::swap(pixels_, other.pixels_);
+  std::swap(width_, other.width_);
+  std::swap(height_, other.height_);
+  std::swap(stride_, other.stride_);
+}
+
+bool operator==(const Bitmap& a, const Bitmap& b) {
+  if (a.Width() != b.Width() || a.Height() != b.Height()) return false;
+  for (int y = 0; y < a.Height(); ++y) {
+    if (a.Row(y) != b.Row(y) && std::memcmp(a.Row(y), b.Row(y), RowBytes(a)) != 0) return false;
+  }
+  return true;
+}
+
+}  // namespace zelvane

@@ -1,0 +1,73 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <stdexcept>
+#include <utility>
+
+#include "surface/raster/Color.h"
+#include "surface/raster/Rect.h"
+
+namespace zelvane {
+
+inline constexpr int kLargestSide = 32767;
+
+/// A surface of that size can't be had: a side beyond 32,767, or more than memory holds.
+struct SurfaceTooLarge : std::runtime_error {
+  using std::runtime_error::runtime_error;
+};
+
+/// Pixels in rows from the top, each `Stride()` pixels after the one before. Copies share their pixels until
+/// one of them is written to, so handing a picture on costs nothing.
+class Bitmap {
+ public:
+  Bitmap() = default;
+  Bitmap(const Bitmap&) = default;
+  Bitmap& operator=(const Bitmap&) = default;
+  /// Leaves `other` empty.
+  Bitmap(Bitmap&& other) noexcept { Swap(other); }
+  Bitmap& operator=(Bitmap&& other) noexcept {
+    Bitmap(std::move(other)).Swap(*this);
+    return *this;
+  }
+  /// Throws `SurfaceTooLarge`. Sides of 0 or less give an empty bitmap.
+  Bitmap(int width, int height, Pixel fill);
+  /// The same with whatever the memory holds, for a caller that writes every pixel (top byte 0xFF).
+  static Bitmap Uninitialised(int width, int height);
+  /// Takes over pixels that `owner` keeps alive. `stride` is in pixels.
+  static Bitmap Adopt(Pixel* pixels, int width, int height, int stride, std::shared_ptr<void> owner);
+
+  int Width() const { return width_; }
+  int Height() const { return height_; }
+  int Stride() const { return stride_; }
+  bool IsEmpty() const { return width_ == 0 || height_ == 0; }
+  Rect Bounds() const { return {0, 0, width_, height_}; }
+
+  /// `y` in 0 to Height() - 1.
+  const Pixel* Row(int y) const { return pixels_ + static_cast<ptrdiff_t>(y) * stride_; }
+  /// For writing; gives this bitmap pixels of its own first where they are shared.
+  Pixel* WritableRow(int y) {
+    Detach();
+    return pixels_ + static_cast<ptrdiff_t>(y) * stride_;
+  }
+  /// Throws `SurfaceTooLarge` where a copy is needed and memory doesn't hold it.
+  void Detach() {
+    if (owner_.use_count() > 1) CopyPixels();
+  }
+  /// `Detach` for a caller that writes every pixel next: what shared pixels hold isn't copied, only let go.
+  void DetachToOverwrite();
+  void Swap(Bitmap& other) noexcept;
+
+ private:
+  Bitmap(int width, int height);
+  void CopyPixels();
+
+  std::shared_ptr<void> owner_;
+  Pixel* pixels_ = nullptr;
+  int width_ = 0, height_ = 0, stride_ = 0;
+};
+
+/// The same size and the same pixels.
+bool operator==(const Bitmap& a, const Bitmap& b);
+
+}  // namespace zelvane
