@@ -1,0 +1,23 @@
+#include "components/PicFormat32.h"
+
+#include <utility>
+
+#include "surface/system/PictureFile.h"
+
+namespace zelvane {
+
+int32_t PicFormat32::ReadPicture(const std::string& path) {
+  auto picture = LoadPicture(path);
+  if (!picture) return 0;
+  ++last_number_;
+  pictures_.emplace(last_number_, std::move(*picture));
+  return last_number_;
+}
+
+std::optional<Bitmap> PicFormat32::TakePicture(int32_t number) {
+  const auto found = pictures_.extract(number);
+  if (found.empty()) return std::nullopt;
+  return std::move(found.mapped());
+}
+
+}  // namespace zelvane

@@ -1,0 +1,8 @@
+#pragma once
+
+namespace zelvane {
+
+/// Seconds since midnight, with a fraction.
+double Timer();
+
+}  // namespace zelvane

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+/// Files, folders and where they are. Paths are UTF-8.
+namespace zelvane {
+
+/// A file (not a folder) of that name exists.
+bool FileExists(const std::string& path);
+/// Both: false where it failed.
+bool DeleteFile(const std::string& path);
+bool RenameFile(const std::string& from, const std::string& to);
+
+/// The names in the folder that match a pattern such as "*.exe", sorted. Empty where there is no such folder.
+std::vector<std::string> FilesIn(const std::string& folder, const std::string& pattern);
+
+/// Without a separator at the end, but for the root. The folder of the running executable.
+std::string ApplicationFolder();
+std::string CurrentFolder();
+bool ChangeFolder(const std::string& folder);
+/// The system's folder for temporary files, with its separator at the end.
+std::string TemporaryFolder();
+/// Against the current folder; an empty path stays empty.
+std::string AbsolutePath(const std::string& path);
+
+/// The text before the last separator (the root keeps it) and the text after it.
+std::string FolderOf(const std::string& path);
+std::string NameOf(const std::string& path);
+/// The text after the last ".", in lower case; empty without one.
+std::string ExtensionOf(const std::string& path);
+std::string ToLower(const std::string& text);
+
+/// How the writing of a file went. `reason` is a phrase for a person, empty where it worked.
+struct WriteResult {
+  std::string reason;
+  bool Done() const { return reason.empty(); }
+};
+
+/// Puts `bytes` into the file `path`: the file that stood there stands until the new one is whole and on the
+/// disk, and stays where anything fails. Follows symbolic links; refuses anything but a regular file.
+WriteResult WriteFileSafely(const std::string& path, const std::vector<unsigned char>& bytes);
+
+}  // namespace zelvane

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+/// Other programs: starting them, and their windows.
+namespace zelvane {
+
+/// What `ExitCode` tells while the program runs.
+inline constexpr int kStillActive = 259;
+
+/// A program that was started.
+class Program {
+ public:
+  virtual ~Program() = default;
+  virtual int ExitCode() = 0;
+};
+
+/// Null where it couldn't be started. Nothing is waited for; ending the object doesn't end the program.
+std::unique_ptr<Program> StartProgram(const std::string& path, const std::vector<std::string>& arguments);
+
+/// The top-level window of exactly that title, 0 for none or where the window system doesn't tell titles.
+uint64_t FindWindowByTitle(const std::string& title);
+
+}  // namespace zelvane

@@ -1,0 +1,108 @@
+#include <gtest/gtest.h>
+#include <signal.h>
+
+#include <QGuiApplication>
+#include <QScreen>
+#include <QSettings>
+#include <chrono>
+#include <fstream>
+#include <thread>
+
+#include "PictureSamples.h"
+#include "surface/system/Clipboard.h"
+#include "surface/system/Clock.h"
+#include "surface/system/Programs.h"
+#include "surface/system/Screen.h"
+#include "surface/system/SettingsStore.h"
+
+namespace zelvane::test {
+namespace {
+
+TEST(Settings, GoThroughToTheFileBothWays) {
+  const std::string application = "ZelvaneSettingsTest";
+  const std::string path = qEnvironmentVariable("XDG_CONFIG_HOME").toStdString() + '/' + application + ".ini";
+  EXPECT_EQ(GetSetting(application, "Main", "Size", "none"), "none");
+  for (const std::string value : {"12", "", "a, b; \"c\" = %d\\e", " Ünï ", "@Invalid()", "line\nbreak"}) {
+    SaveSetting(application, "Main", "Size", value);
+    EXPECT_EQ(GetSetting(application, "Main", "Size", "none"), value);
+    const QSettings other(QString::fromStdString(path), QSettings::IniFormat);
+    EXPECT_EQ(other.value("Main/Size").toString().toStdString(), value);
+  }
+  // Another process writes the file.
+  std::ofstream(path) << "[Main]\nSize=from outside\nList=1, 2\n";
+  EXPECT_EQ(GetSetting(application, "Main", "Size", "none"), "from outside");
+  EXPECT_EQ(GetSetting(application, "Main", "List", "none"), "1, 2");
+  EXPECT_EQ(GetSetting(application, "Other", "Size", "none"), "none");
+}
+
+TEST(Clipboard, HoldsABitmapOrAText) {
+  const auto picture = Decoded(Encoded(Sample(), "png"));
+  ASSERT_TRUE(picture);
+  Clipboard::SetBitmap(*picture);
+  EXPECT_TRUE(Clipboard::HasBitmap());
+  EXPECT_EQ(Difference(Clipboard::GetBitmap(), Sample()), 0);
+  Clipboard::SetText("Grüße");
+  EXPECT_EQ(Clipboard::GetText(), "Grüße");
+  EXPECT_FALSE(Clipboard::HasBitmap());
+  EXPECT_FALSE(Clipboard::GetBitmap());
+  Clipboard::Clear();
+  EXPECT_EQ(Clipboard::GetText(), "");
+}
+
+/// The code once the program has ended; it's given plenty of time.
+int EndOf(Program& program) {
+  for (int i = 0; i < 1000 && program.ExitCode() == kStillActive; ++i) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(10));
+  }
+  return program.ExitCode();
+}
+
+TEST(Programs, RunAndTellTheirExitCode) {
+  const Folder folder;
+  EXPECT_EQ(StartProgram(folder.Path("missing"), {}), nullptr);
+  EXPECT_EQ(StartProgram(folder.Path("."), {}), nullptr);
+  const auto program = StartProgram("/bin/sh", {"-c", "test \"$1\" = 'a b' && exit 7", "sh", "a b"});
+  ASSERT_TRUE(program);
+  EXPECT_EQ(EndOf(*program), 7);
+
+  const std::string pid = folder.Path("pid");
+  const auto running =
+      StartProgram("/bin/sh", {"-c", "echo $$ > \"$0.new\"; mv \"$0.new\" \"$0\"; exec sleep 60", pid});
+  ASSERT_TRUE(running);
+  int process = 0;
+  for (int i = 0; i < 1000 && process == 0; ++i) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    std::ifstream(pid) >> process;
+  }
+  EXPECT_EQ(running->ExitCode(), kStillActive);
+  ASSERT_GT(process, 1);
+  ::kill(process, SIGTERM);
+  EXPECT_EQ(EndOf(*running), 128 + SIGTERM);
+  EXPECT_NE(::kill(process, 0), 0);  // not even its entry in the process table is left
+}
+
+TEST(Programs, NoWindowIsFoundWhereTitlesAreNotTold) {
+  if (QGuiApplication::platformName() == "xcb") GTEST_SKIP() << "there are windows here";
+  EXPECT_EQ(FindWindowByTitle(" a title"), 0u);
+}
+
+TEST(Screen, TellsTwips) {
+  const QRect whole = QGuiApplication::primaryScreen()->geometry();
+  EXPECT_EQ(Screen::Width(), whole.width() * 15.0);
+  EXPECT_EQ(Screen::Height(), whole.height() * 15.0);
+  EXPECT_LE(Screen::WorkAreaHeight(), Screen::Height());
+  const auto fonts = Screen::Fonts();
+  EXPECT_TRUE(std::is_sorted(fonts.begin(), fonts.end()));
+}
+
+TEST(Clock, CountsTheSecondsOfTheLocalDay) {
+  const double before = QTime::currentTime().msecsSinceStartOfDay() / 1000.0;
+  const double now = Timer();
+  const double after = QTime::currentTime().msecsSinceStartOfDay() / 1000.0 + 0.001;
+  if (after < before) GTEST_SKIP() << "midnight";
+  EXPECT_GE(now, before);
+  EXPECT_LE(now, after);
+}
+
+}  // namespace
+}  // namespace zelvane::test
