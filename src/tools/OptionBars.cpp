@@ -5,52 +5,170 @@
 namespace zelvane {
 namespace {
 
-constexpr int kBarHeight = 26, kIconWidth = 34, kIconSize = 24;
+constexpr int kBarHeight = 26, kIconWidth = 34, kIconSize = 24, kHoverInterval = 100;
+constexpr int kGap = 12, kLabelGap = 5, kBoxHeight = 22, kButtonSize = 26, kDropDownWidth = 16;
 
-/// The pixel that points in the drawn pointers, by tool.
-struct HotSpot {
-  int x, y;
+/// A number's place in the tool settings, as the bars show it.
+struct NumberFacts {
+  int tool;
+  const char* caption;
+  const char* format;
+  int width;
 };
-constexpr std::array<HotSpot, kToolCount> kHotSpots{{{0, 0},
-                                                     {3, 28},
-                                                     {12, 12},
-                                                     {4, 28},
-                                                     {10, 10},
-                                                     {10, 10},
-                                                     {3, 7},
-                                                     {10, 10},
-                                                     {3, 28},
-                                                     {10, 10},
-                                                     {10, 10},
-                                                     {8, 8},
-                                                     {15, 15},
-                                                     {8, 8},
-                                                     {8, 8}}};
+constexpr char kPercent[] = "##0 %", kPixels[] = "##0 pixel(s)";
+constexpr std::array<NumberFacts, kOptionCount> kNumbers{{
+    {kAirbrushTool, "Pressure:", kPercent, 54},
+    {kBrightenTool, "Pressure:", kPercent, 54},
+    {kAirbrushTool, "Size:", kPixels, 84},
+    {kBrightenTool, "Size:", kPixels, 84},
+    {kPenTool, "Brush:", kPixels, 84},
+    {kRectangleTool, "Bordersize:", kPixels, 84},
+    {kCircleTool, "Bordersize:", kPixels, 84},
+    {kTextTool, "Size:", kPixels, 84},
+    {kBlurTool, "Size:", kPixels, 84},
+    {kEraserTool, "Eraser width:", kPixels, 84},
+}};
+
+void FaceStyles(ButtonGroup& group) {
+  group.SetFace(0, "borderonly", "Border Only");
+  group.SetFace(1, "borderfill", "Border and Fill");
+  group.SetFace(2, "fillonly", "Fill Only");
+}
 
 }  // namespace
+
+/// Puts controls beside each other on a bar, each in the middle of its height.
+class OptionBarsWindow::Row {
+ public:
+  Row(OptionBarsWindow& window, int tool) : window_(window), bar_(window.DrawToolbar[tool]) {}
+  ~Row() { bar_.SetWidth(static_cast<Single>(x_)); }
+  Row(const Row&) = delete;
+  Row& operator=(const Row&) = delete;
+
+  Row& Put(Control& control, int width, int height = kBoxHeight) {
+    control.Move(static_cast<Single>(x_), static_cast<Single>((kBarHeight - height) / 2),
+                 static_cast<Single>(width), static_cast<Single>(height));
+    x_ += width;
+    return *this;
+  }
+  Row& Gap(int width = kGap) { return x_ += width, *this; }
+  /// A caption as wide as its text.
+  Row& Text(const std::string& caption) {
+    Label& label = window_.captions_.Add(bar_, "lblCaption", caption);
+    label.SetAutoSize(true);
+    label.SetAutoSize(false);
+    return Put(label, static_cast<int>(label.Width()) + 1).Gap(kLabelGap);
+  }
+  /// The box of an entry of the tool settings with its caption and its slider's button.
+  Row& Number(int entry) {
+    const NumberFacts& facts = kNumbers.at(static_cast<size_t>(entry));
+    Text(facts.caption).Put(window_.pixelSelector[entry], facts.width);
+    return Put(window_.CmdDropDown[entry], kDropDownWidth).Gap();
+  }
+  Row& Group(ButtonGroup& group) {
+    for (int i = 0; i < group.Count(); ++i) Put(group[i], kButtonSize, kBarHeight);
+    return Gap();
+  }
+
+ private:
+  OptionBarsWindow& window_;
+  PictureSurface& bar_;
+  int x_ = kIconWidth + 8;
+};
 
 OptionBarsWindow::OptionBarsWindow()
     : Form("frmControls"),
       DrawToolbar(kToolCount, *this, "DrawToolbar"),
-      lblZoom(DrawToolbar[kMagnifyingTool], "lblZoom", "Zoom:"),
-      comboZoom(DrawToolbar[kMagnifyingTool], "comboZoom") {
+      Cmd(3, DrawToolbar[kRectangleTool], "Cmd"),
+      Cmd2(3, DrawToolbar[kCircleTool], "Cmd2"),
+      Cmd3(2, DrawToolbar[kPenTool], "Cmd3"),
+      Cmd4(2, DrawToolbar[kBrightenTool], "Cmd4"),
+      comboZoom(DrawToolbar[kMagnifyingTool], "comboZoom"),
+      lblAngle(DrawToolbar[kGradientTool], "lblAngle", "N/A"),
+      ColorPick(DrawToolbar[kEyedropperTool], "ColorPick"),
+      lblRed(DrawToolbar[kEyedropperTool], "lblRed", "0"),
+      lblGreen(DrawToolbar[kEyedropperTool], "lblGreen", "0"),
+      lblBlue(DrawToolbar[kEyedropperTool], "lblBlue", "0"),
+      RoundCorners(DrawToolbar[kRectangleTool], "RoundCorners", "Round corners?"),
+      lblFont(DrawToolbar[kTextTool], "lblFont"),
+      lblFontStyle(DrawToolbar[kTextTool], "lblFontStyle", " Normal"),
+      CmdFont(DrawToolbar[kTextTool], "CmdFont"),
+      CmdFontStyle(DrawToolbar[kTextTool], "CmdFontStyle"),
+      clearButton(DrawToolbar[kEraserTool], "clearButton", "Clear"),
+      CmdTimer(kHoverInterval),
+      CircleTimer(kHoverInterval),
+      BrushTimer(kHoverInterval),
+      LightTimer(kHoverInterval) {
+  NameBars();
+  FaceStyles(Cmd);
+  FaceStyles(Cmd2);
+  Cmd3.SetFace(0, "freehand", "Freehand");
+  Cmd3.SetFace(1, "straightline", "Straight Line");
+  Cmd4.SetFace(0, "brighten", "Brighten");
+  Cmd4.SetFace(1, "darken", "Darken");
+  for (int percent = 100; percent <= 800; percent += 100) comboZoom.AddItem(std::to_string(percent) + "%");
+  comboZoom.SetListIndex(0);
+  comboZoom.SetAccessibleName("Zoom:");
+  AddNumbers();
+  FillBars();
+  FillTextBar();
+}
+
+void OptionBarsWindow::NameBars() {
   for (int tool = 0; tool < kToolCount; ++tool) {
+    const ToolFacts& facts = FactsOf(tool);
     PictureSurface& bar = DrawToolbar[tool];
     bar.SetBackColor(SystemColor::ButtonFace);
-    bar.Move(0, 0, tool == kMagnifyingTool ? kIconWidth + 140 : kIconWidth, kBarHeight);
+    bar.Move(0, 0, kIconWidth, kBarHeight);
     bar.SetVisible(false);
     PictureSurface& icon = ToolIcon.Add(bar, "ToolIcon");
     icon.SetBackColor(SystemColor::ButtonFace);
     icon.Move(0, 0, kIconWidth, kBarHeight);
-    icon.SetIcon(FactsOf(tool).icon, kIconSize);
-    const auto [x, y] = kHotSpots[static_cast<size_t>(tool)];
-    MyCursor[static_cast<size_t>(tool)] = {FactsOf(tool).icon, x, y};
+    icon.SetIcon(facts.icon, kIconSize);
+    MyCursor[static_cast<size_t>(tool)] = {facts.icon, facts.hot_x, facts.hot_y};
   }
-  lblZoom.Move(kIconWidth + 8, 0, 44, kBarHeight);
-  comboZoom.Move(kIconWidth + 54, 1, 84, kBarHeight - 2);
-  comboZoom.SetAccessibleName("Zoom:");
-  for (int percent = 100; percent <= 800; percent += 100) comboZoom.AddItem(std::to_string(percent) + "%");
-  comboZoom.SetListIndex(0);
+}
+
+void OptionBarsWindow::AddNumbers() {
+  for (const NumberFacts& facts : kNumbers) {
+    NumberBox& box = pixelSelector.Add(DrawToolbar[facts.tool], "pixelSelector");
+    box.SetFormat(facts.format);
+    box.SetPositiveOnly(true);
+    box.SetAccessibleName(facts.caption);
+    PictureSurface& button = CmdDropDown.Add(DrawToolbar[facts.tool], "CmdDropDown");
+    button.SetIcon("dropdown", 16);
+    button.SetAccessibleName(std::string("Slider for ") + facts.caption);
+  }
+}
+
+void OptionBarsWindow::FillBars() {
+  Row(*this, kPenTool).Number(4).Text("Style:").Group(Cmd3);
+  Row(*this, kMagnifyingTool).Text("Zoom:").Put(comboZoom, 84).Gap();
+  Row(*this, kGradientTool).Text("Angle:").Put(lblAngle, 56).Gap();
+  Row(*this, kAirbrushTool).Number(2).Number(0);
+  Row(*this, kRectangleTool).Number(5).Group(Cmd).Put(RoundCorners, 140).Gap();
+  Row(*this, kCircleTool).Number(6).Group(Cmd2);
+  Row(*this, kBrightenTool).Number(3).Number(1).Group(Cmd4);
+  Row(*this, kBlurTool).Number(8);
+  Row(*this, kEraserTool).Number(9).Put(clearButton, 64).Gap();
+  lblAngle.SetAlignment(kAlignCentre);
+  ColorPick.SetBorder(true);
+  ColorPick.SetAccessibleName("Color under the pointer");
+  Row channels(*this, kEyedropperTool);
+  channels.Put(ColorPick, 30).Gap();
+  channels.Text("R:").Put(lblRed, 32).Text("G:").Put(lblGreen, 32).Text("B:").Put(lblBlue, 32);
+}
+
+void OptionBarsWindow::FillTextBar() {
+  Row row(*this, kTextTool);
+  row.Number(7).Put(lblFont, 96).Put(CmdFont, kDropDownWidth).Gap();
+  row.Put(lblFontStyle, 72).Put(CmdFontStyle, kDropDownWidth).Gap();
+  row.Put(CmdButton.Add(DrawToolbar[kTextTool], "CmdButton", "Apply Text"), 86).Gap(4);
+  row.Put(CmdButton.Add(DrawToolbar[kTextTool], "CmdButton", "Cancel Text"), 86);
+  for (PictureSurface* button : {&CmdFont, &CmdFontStyle}) button->SetIcon("dropdown", 16);
+  for (Label* choice : {&lblFont, &lblFontStyle}) choice->SetBorder(true);
+  CmdFont.SetAccessibleName("Fonts");
+  CmdFontStyle.SetAccessibleName("Font styles");
 }
 
 }  // namespace zelvane

@@ -1,27 +1,60 @@
 #pragma once
 
 #include <array>
+#include <vector>
 
 #include "shell/state/State.h"
+#include "surface/forms/CheckBox.h"
 #include "surface/forms/ComboBox.h"
 #include "surface/forms/Form.h"
 #include "surface/forms/Label.h"
 #include "surface/forms/PictureSurface.h"
+#include "surface/forms/Timer.h"
+#include "tools/ButtonGroup.h"
+#include "ui/NumberBox.h"
 
 namespace zelvane {
 
+/// Entries of `OptionTable` that have a box.
+inline constexpr int kOptionCount = 10;
+
 /// The option bars, one for each tool, of which that of `CurrentTool` is seen. The main window moves them
-/// into its top bar; the window itself never shows.
+/// into its top bar; the window itself never shows. What the controls are for is wired by `WireOptionBars`.
 class OptionBarsWindow : public Form {
  public:
   OptionBarsWindow();
 
   ControlArray<PictureSurface> DrawToolbar;
   ControlArray<PictureSurface> ToolIcon;
-  Label lblZoom;
-  ComboBox comboZoom;  ///< "100%" to "800%", one for all documents
   std::array<PointerIcon, kToolCount>
       MyCursor{};  ///< the pointer over the picture; the Cursor tool has the default
+
+  ControlArray<NumberBox> pixelSelector;     ///< one for each entry of `OptionTable`, by its index
+  ControlArray<PictureSurface> CmdDropDown;  ///< opens the slider for the box beside it
+  ButtonGroup Cmd, Cmd2;  ///< style of the Rectangle and of the Circle tool, which share it
+  ButtonGroup Cmd3;       ///< style of the Pen
+  ButtonGroup Cmd4;       ///< Brighten or Darken
+  ComboBox comboZoom;     ///< "100%" to "800%", one for all documents
+  Label lblAngle;         ///< direction of a gradient
+  Label ColorPick, lblRed, lblGreen, lblBlue;  ///< the colour under the eyedropper
+  CheckBox RoundCorners;
+  Label lblFont, lblFontStyle;
+  PictureSurface CmdFont, CmdFontStyle;
+  ControlArray<CommandButton> CmdButton;  ///< "Apply Text", "Cancel Text"
+  CommandButton clearButton;
+
+  int16_t OpenSelector = -1;  ///< the box whose slider is open
+  std::array<bool, kOptionCount> DropDownDown{};
+
+  IntervalTimer CmdTimer, CircleTimer, BrushTimer, LightTimer;  ///< hover of the four groups
+
+ private:
+  class Row;
+  void NameBars();
+  void AddNumbers();
+  void FillBars();
+  void FillTextBar();
+  ControlArray<Label> captions_;
 };
 
 inline SingleWindow<OptionBarsWindow> frmControls;

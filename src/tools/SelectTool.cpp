@@ -4,22 +4,12 @@
 
 #include "document/layers/ImageDocument.h"
 #include "document/layers/ReadOuts.h"
-#include "surface/system/Screen.h"
 #include "tools/OptionBars.h"
+#include "tools/Selector.h"
 #include "tools/ToolButtons.h"
 
 namespace zelvane {
 namespace {
-
-/// What the buttons show, so that a tick paints only what has changed.
-std::array<ButtonLook, kToolCount> shown{};
-
-void ShowLook(int tool, ButtonLook look) {
-  auto& now = shown[static_cast<size_t>(tool)];
-  if (now == look) return;
-  now = look;
-  DrawButtonLook(ToolButtons->Cmd[tool], look);
-}
 
 void ShowPointer(ImageDocument& document) {
   if (State.CurrentTool == kCursorTool) {
@@ -37,34 +27,39 @@ void DropText(ImageDocument& document) {
   document.TextInput.SetVisible(false);
 }
 
-void Choose(int16_t& option, std::array<bool, 21>& down, int16_t index) {
-  down.at(static_cast<size_t>(option)) = false;
-  down.at(static_cast<size_t>(index)) = true;
+/// Raises the old button of a group and presses the new one.
+void Choose(ButtonGroup& group, int16_t& option, PressedFlags& pressed, int16_t index) {
+  group.Draw(option, ButtonLook::Idle);
+  pressed.at(static_cast<size_t>(option)) = false;
+  pressed.at(static_cast<size_t>(index)) = true;
   option = index;
+  group.Draw(index, ButtonLook::Pressed);
 }
 
 }  // namespace
 
 void SelectTool(int16_t index) {
-  frmControls->DrawToolbar[State.CurrentTool].SetVisible(false);
+  const int16_t old = State.CurrentTool;
+  Choose(ToolButtons->Cmd, State.CurrentTool, State.ToolButtonDown, index);
+  PlaceReadOuts();
+  if (old != index) frmControls->DrawToolbar[old].SetVisible(false);
   frmControls->DrawToolbar[index].SetVisible(true);
-  ShowLook(State.CurrentTool, ButtonLook::Idle);
-  Choose(State.CurrentTool, State.ToolButtonDown, index);
-  ShowLook(index, ButtonLook::Pressed);
   ImageDocument* document = ActiveDocument();
   if (document) ShowPointer(*document);
-  PlaceReadOuts();
   if (document && State.CurrentTool != kTextTool) DropText(*document);
+  UnClickButton();
 }
 
+/// The old button on the Circle bar goes idle with the next tick of its timer.
 void SelectOption(int16_t index) {
-  Choose(State.OptionButton, State.OptionButtonDown, index);
+  Choose(frmControls->Cmd, State.OptionButton, State.OptionButtonDown, index);
+  frmControls->Cmd2.Draw(index, ButtonLook::Pressed);
 }
 void SelectOption3(int16_t index) {
-  Choose(State.OptionButton3, State.OptionButton3Down, index);
+  Choose(frmControls->Cmd3, State.OptionButton3, State.OptionButton3Down, index);
 }
 void SelectOption4(int16_t index) {
-  Choose(State.OptionButton4, State.OptionButton4Down, index);
+  Choose(frmControls->Cmd4, State.OptionButton4, State.OptionButton4Down, index);
 }
 
 void PlaceReadOuts() {
@@ -73,15 +68,6 @@ void PlaceReadOuts() {
   const auto& top_bar = dynamic_cast<const PictureSurface&>(*read_outs.Parent());
   const Single right_aligned = static_cast<Single>(top_bar.ScaleWidth()) - read_outs.Width();
   read_outs.SetLeft(std::max(right_aligned, bar.Left() + bar.Width()));
-}
-
-void HoverToolButtons() {
-  const Screen::Point pointer = Screen::CursorPosition();
-  for (int tool = 0; tool < kToolCount; ++tool) {
-    if (State.ToolButtonDown[static_cast<size_t>(tool)]) continue;
-    const bool over = ToolButtons->Cmd[tool].WindowRect().Contains(pointer.x, pointer.y);
-    ShowLook(tool, over ? ButtonLook::Hover : ButtonLook::Idle);
-  }
 }
 
 }  // namespace zelvane

@@ -10,9 +10,8 @@ void SelectTool(int16_t index);
 void SelectOption(int16_t index);
 void SelectOption3(int16_t index);
 void SelectOption4(int16_t index);
+
 /// The read-outs stand at the right of the top bar, but never cover the current option bar.
 void PlaceReadOuts();
-/// One tick of the tool buttons: raised under the pointer, flat elsewhere, but for the pressed one.
-void HoverToolButtons();
 
 }  // namespace zelvane

@@ -1,34 +1,38 @@
 #include "tools/SimplePaints.h"
 
-#include "colour/ColorPanel.h"
 #include "surface/raster/FailingStep.h"
 #include "tools/Stroke.h"
 
 namespace zelvane {
 namespace {
 
-Color StrokeColor() {
-  return ColorPanel->SelColor[State.PointerButton == kLeftButton ? 0 : 1].BackColor();
-}
-
 void RunTool(const Stroke& stroke) {
   switch (static_cast<Tool>(State.CurrentTool)) {
     case kPenTool:
       return PenTool(stroke);
+    case kFloodfillTool:
+      return FloodfillTool(stroke);
+    case kGradientTool:
+      return GradientTool(stroke);
+    case kAirbrushTool:
+      return AirbrushTool(stroke);
+    case kEyedropperTool:
+      return EyedropperTool(stroke);
+    case kRectangleTool:
+      return RectangleTool(stroke);
+    case kCircleTool:
+      return CircleTool(stroke);
+    case kBrightenTool:
+      return BrightenTool(stroke);
+    case kBlurTool:
+      return BlurTool(stroke);
+    case kEraserTool:
+      return EraserTool(stroke);
     case kCursorTool:
     case kMagnifyingTool:
-    case kFloodfillTool:
-    case kGradientTool:
     case kSelectAreaTool:
-    case kAirbrushTool:
     case kCropTool:
-    case kEyedropperTool:
-    case kRectangleTool:
-    case kCircleTool:
-    case kBrightenTool:
     case kTextTool:
-    case kBlurTool:
-    case kEraserTool:
       return;
   }
 }

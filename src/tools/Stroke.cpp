@@ -1,5 +1,6 @@
 #include "tools/Stroke.h"
 
+#include "colour/ColorPanel.h"
 #include "surface/raster/FailingStep.h"
 
 namespace zelvane {
@@ -8,6 +9,14 @@ Target TargetOf(const Stroke& stroke) {
   if (!stroke.Document.SelectArea.Visible()) return {stroke.Surface, 0, 0};
   PictureSurface& selected = stroke.Document.BufferSelected;
   return {selected, selected.Left(), selected.Top()};
+}
+
+Color StrokeColor() {
+  return ColorPanel->SelColor[State.PointerButton == kLeftButton ? 0 : 1].BackColor();
+}
+
+Color OtherColor() {
+  return ColorPanel->SelColor[State.PointerButton == kLeftButton ? 1 : 0].BackColor();
 }
 
 bool PointerMoved(const PictureSurface& Surface, int16_t X, int16_t Y) {

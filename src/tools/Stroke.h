@@ -27,6 +27,11 @@ struct Target {
 /// `BufferSelected` while `SelectArea` is visible, else `Surface`; asked at the moment of drawing.
 Target TargetOf(const Stroke& stroke);
 
+/// The current colour of the stroke's button: foreground for the left one, background for any other.
+Color StrokeColor();
+/// The other of the two current colours.
+Color OtherColor();
+
 /// The current point of the surface is more than half a pixel from (X, Y) on either axis.
 bool PointerMoved(const PictureSurface& Surface, int16_t X, int16_t Y);
 
@@ -42,5 +47,14 @@ void ShowFollowLine(const Stroke& stroke);
 
 // The tools, one source each.
 void PenTool(const Stroke& stroke);
+void FloodfillTool(const Stroke& stroke);
+void GradientTool(const Stroke& stroke);
+void AirbrushTool(const Stroke& stroke);
+void EyedropperTool(const Stroke& stroke);
+void RectangleTool(const Stroke& stroke);
+void CircleTool(const Stroke& stroke);
+void BrightenTool(const Stroke& stroke);
+void BlurTool(const Stroke& stroke);
+void EraserTool(const Stroke& stroke);
 
 }  // namespace zelvane

@@ -6,24 +6,24 @@
 namespace zelvane {
 namespace {
 
-constexpr int kButtonSize = 30, kIconSize = 24, kMargin = 3, kGap = 8;
+constexpr int kButtonSize = 30, kMargin = 3, kGap = 8;
 
 constexpr std::array<ToolFacts, kToolCount> kFacts{{
-    {"Cursor", "cursor"},
-    {"Pen Tool", "pen"},
-    {"Magnifying Tool", "magnify"},
-    {"Floodfill Tool", "floodfill"},
-    {"Gradient Tool", "gradient"},
-    {"Select Area Tool", "selectarea"},
-    {"Airbrush Tool", "airbrush"},
-    {"Crop Tool", "crop"},
-    {"Eyedropper Tool", "eyedropper"},
-    {"Rectangle Tool", "rectangle"},
-    {"Circle Tool", "circle"},
-    {"Brighten Tool", "brighten"},
-    {"Text Tool", "text"},
-    {"Blur Tool", "blur"},
-    {"Eraser Tool", "eraser"},
+    {"Cursor", "cursor", 0, 0},
+    {"Pen Tool", "pen", 3, 28},
+    {"Magnifying Tool", "magnify", 12, 12},
+    {"Floodfill Tool", "floodfill", 4, 28},
+    {"Gradient Tool", "gradient", 10, 10},
+    {"Select Area Tool", "selectarea", 10, 10},
+    {"Airbrush Tool", "airbrush", 3, 7},
+    {"Crop Tool", "crop", 10, 10},
+    {"Eyedropper Tool", "eyedropper", 3, 28},
+    {"Rectangle Tool", "rectangle", 10, 10},
+    {"Circle Tool", "circle", 10, 10},
+    {"Brighten Tool", "brighten", 8, 8},
+    {"Text Tool", "text", 15, 15},
+    {"Blur Tool", "blur", 8, 8},
+    {"Eraser Tool", "eraser", 8, 8},
 }};
 
 /// The buttons as they stand, two a row, group by group.
@@ -34,13 +34,8 @@ const std::vector<std::vector<int>> kGroups = {
     {kRectangleTool, kCircleTool, kTextTool},
 };
 
-void DrawEdges(PictureSurface& button, Color top_left, Color bottom_right) {
-  const auto right = static_cast<Single>(button.ScaleWidth() - 1);
-  const auto bottom = static_cast<Single>(button.ScaleHeight() - 1);
-  button.Line(0, 0, right, 0, top_left);
-  button.Line(0, 0, 0, bottom, top_left);
-  button.Line(right, 0, right, bottom, bottom_right);
-  button.Line(0, bottom, right, bottom, bottom_right);
+Single Pixels(size_t count) {
+  return static_cast<Single>(count);
 }
 
 }  // namespace
@@ -49,44 +44,26 @@ const ToolFacts& FactsOf(int tool) {
   return kFacts.at(static_cast<size_t>(tool));
 }
 
-void DrawButtonLook(PictureSurface& button, ButtonLook look) {
-  button.SetBackColor(look == ButtonLook::Pressed ? SystemColor::ScrollBar : SystemColor::ButtonFace);
-  if (look == ButtonLook::Hover) DrawEdges(button, SystemColor::ButtonHighlight, SystemColor::ButtonShadow);
-  if (look == ButtonLook::Pressed) DrawEdges(button, SystemColor::ButtonShadow, SystemColor::ButtonHighlight);
-  button.Refresh();
-}
-
-void DrawEdgeAcross(PictureSurface& panel) {
-  const auto right = static_cast<Single>(panel.ScaleWidth());
-  panel.Line(0, 0, right, 0, SystemColor::ButtonShadow);
-  panel.Line(0, 1, right, 1, SystemColor::ButtonHighlight);
-  panel.Refresh();
-}
-
 ToolButtonControls::ToolButtonControls(Control& LeftBar)
-    : ColorsBg(LeftBar, "ColorsBg"), Cmd(kToolCount, ColorsBg, "Cmd"), SplitH(3, ColorsBg, "SplitH") {
+    : ColorsBg(LeftBar, "ColorsBg"), Cmd(kToolCount, ColorsBg, "Cmd") {
   ColorsBg.SetBackColor(SystemColor::ButtonFace);
-  int top = kMargin + 2;
-  for (size_t group = 0; group < kGroups.size(); ++group) {
-    const std::vector<int>& tools = kGroups[group];
-    for (size_t i = 0; i < tools.size(); ++i)
-      Cmd[tools[i]].Move(static_cast<Single>(kMargin + static_cast<int>(i % 2) * kButtonSize),
-                         static_cast<Single>(top + static_cast<int>(i / 2) * kButtonSize), kButtonSize,
-                         kButtonSize);
-    top += static_cast<int>(tools.size() + 1) / 2 * kButtonSize;
-    if (group == kGroups.size() - 1) break;
-    SplitH[static_cast<int>(group)].Move(kMargin, static_cast<Single>(top + kGap / 2 - 1), 2 * kButtonSize,
-                                         2);
-    top += kGap;
+  PlaceButtons();
+  for (int tool = 0; tool < kToolCount; ++tool) Cmd.SetFace(tool, FactsOf(tool).icon, FactsOf(tool).tooltip);
+}
+
+void ToolButtonControls::PlaceButtons() {
+  size_t top = kMargin + 2;
+  for (const std::vector<int>& group : kGroups) {
+    if (&group != &kGroups.front()) {
+      SplitH.Add(ColorsBg, "SplitH").Move(kMargin, Pixels(top + kGap / 2 - 1), 2 * kButtonSize, 2);
+      top += kGap;
+    }
+    for (size_t i = 0; i < group.size(); ++i)
+      Cmd[group[i]].Move(Pixels(kMargin + i % 2 * kButtonSize), Pixels(top + i / 2 * kButtonSize),
+                         kButtonSize, kButtonSize);
+    top += (group.size() + 1) / 2 * kButtonSize;
   }
-  ColorsBg.Move(0, 0, 2 * (kButtonSize + kMargin), static_cast<Single>(top + kMargin));
-  for (int tool = 0; tool < kToolCount; ++tool) {
-    Cmd[tool].SetIcon(FactsOf(tool).icon, kIconSize);
-    Cmd[tool].SetToolTip(FactsOf(tool).tooltip);
-    Cmd[tool].SetAccessibleName(FactsOf(tool).tooltip);
-    DrawButtonLook(Cmd[tool], ButtonLook::Idle);
-  }
-  for (int i = 0; i < SplitH.Count(); ++i) DrawEdgeAcross(SplitH[i]);
+  ColorsBg.Move(0, 0, 2 * (kButtonSize + kMargin), Pixels(top + kMargin));
 }
 
 }  // namespace zelvane

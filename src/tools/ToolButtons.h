@@ -3,22 +3,15 @@
 #include <memory>
 
 #include "shell/state/State.h"
-#include "surface/forms/PictureSurface.h"
+#include "tools/ButtonGroup.h"
 
 namespace zelvane {
-
-/// How a hand-drawn button looks. Idle has no edges, hover raised ones, pressed sunken ones.
-enum class ButtonLook { Idle, Hover, Pressed };
-
-/// Draws the look on a button's outermost rows and columns, and its face.
-void DrawButtonLook(PictureSurface& button, ButtonLook look);
-/// Two lines beside each other, the second in highlight colour: the edge between panels.
-void DrawEdgeAcross(PictureSurface& panel);
 
 /// What is known of a tool before it does anything.
 struct ToolFacts {
   const char* tooltip;
-  const char* icon;
+  const char* icon;  ///< of the button; the drawn pointer has the same name
+  int hot_x, hot_y;  ///< the pixel of the pointer that points
 };
 const ToolFacts& FactsOf(int tool);
 
@@ -27,8 +20,11 @@ struct ToolButtonControls {
   explicit ToolButtonControls(Control& LeftBar);
 
   PictureSurface ColorsBg;
-  ControlArray<PictureSurface> Cmd;
+  ButtonGroup Cmd;
   ControlArray<PictureSurface> SplitH;
+
+ private:
+  void PlaceButtons();
 };
 
 /// Stands while the main window does.

@@ -1,0 +1,177 @@
+#include "tools/Selector.h"
+
+#include <algorithm>
+
+#include "shell/state/State.h"
+#include "surface/raster/FailingStep.h"
+#include "surface/system/Screen.h"
+#include "tools/OptionBars.h"
+#include "tools/SimplePaints.h"
+
+namespace zelvane {
+namespace {
+
+constexpr Single kWindowWidth = 132, kWindowHeight = 30, kTrackMargin = 8, kTrackHeight = 6;
+constexpr Single kBlockWidth = 10, kBlockHeight = 18;
+constexpr Single kTwips = Screen::kTwipsPerPixel;
+constexpr Single kTopTwips = 420, kSmallestLeftTwips = 60;
+
+ToolOption& OptionOf(int index) {
+  return State.OptionTable.at(static_cast<size_t>(index));
+}
+
+int ServedOption() {
+  return std::stoi(frmSelector->Window.Tag());
+}
+
+void DrawDropDown(int index, bool down) {
+  frmControls->DropDownDown.at(static_cast<size_t>(index)) = down;
+  DrawButtonLook(frmControls->CmdDropDown[index], down ? ButtonLook::Pressed : ButtonLook::Hover);
+}
+
+/// The slider's right edge stands under its button, as far as the left bar lets it.
+void PlaceWindow(int index) {
+  const PictureSurface& button = frmControls->CmdDropDown[index];
+  Control& main_window = *frmSelector->Window.Parent();
+  const Single left = (button.Left() + button.Width() + 16) * kTwips - kWindowWidth * kTwips;
+  const auto bars = frmControls->DrawToolbar[0].Parent()->WindowRect();
+  const auto inside = main_window.WindowRect();
+  const auto menu_bar = static_cast<Single>(std::max(bars.top - inside.top, 0));
+  const Single limit = static_cast<Single>(bars.left - inside.left) + kSmallestLeftTwips / kTwips;
+  frmSelector->Window.Move(std::max(left / kTwips, limit), menu_bar + kTopTwips / kTwips);
+}
+
+void PlaceHandle(int index) {
+  const ToolOption& option = OptionOf(index);
+  const PictureSurface& track = frmSelector->ScrollBar;
+  PictureSurface& handle = frmSelector->ScrollBlock;
+  const double room = track.Width() - handle.Width();
+  const double place = track.Left() + room * option.Value / (option.Max - option.Min) - option.Min;
+  With(ToInt16(place), [&](int16_t left) { handle.SetLeft(ClampHandle(left)); });
+}
+
+void MoveHandle(Single position) {
+  With(ToInt16(position), [](int16_t left) { frmSelector->ScrollBlock.SetLeft(ClampHandle(left)); });
+  ApplySlider();
+}
+
+void Window_Drag(Single X) {
+  MoveHandle(X - frmSelector->ScrollBlock.Width() / 4);
+}
+void Track_Drag(Single X) {
+  MoveHandle(frmSelector->ScrollBar.Left() + X - frmSelector->ScrollBlock.Width() / 2);
+}
+void Block_Drag(Single X) {
+  MoveHandle(frmSelector->ScrollBlock.Left() + X - frmSelector->GrabOffset);
+}
+
+/// A press runs `press` and starts a drag, whose moves run `drag`.
+template <class Press, class Drag>
+void WireDrag(PictureSurface& surface, Press press, Drag drag) {
+  surface.OnMouseDown = [press](int16_t, int16_t, Single X, Single) {
+    frmSelector->Dragging = true;
+    press(X);
+  };
+  surface.OnMouseMove = [drag](int16_t, int16_t, Single X, Single) {
+    if (frmSelector->Dragging) drag(X);
+  };
+  surface.OnMouseUp = [](int16_t, int16_t, Single, Single) { frmSelector->Dragging = false; };
+}
+
+}  // namespace
+
+SelectorControls::SelectorControls(Control& main_window)
+    : Window(main_window, "frmSelector", PictureSurface::Frame::Yes),
+      ScrollBar(Window, "ScrollBar"),
+      ScrollBlock(Window, "ScrollBlock") {
+  Window.Move(0, 0, kWindowWidth, kWindowHeight);
+  Window.SetBackColor(SystemColor::ButtonFace);
+  Window.SetVisible(false);
+  ScrollBar.Move(kTrackMargin, (kWindowHeight - 2 - kTrackHeight) / 2, kWindowWidth - 2 - 2 * kTrackMargin,
+                 kTrackHeight);
+  DrawButtonLook(ScrollBar, ButtonLook::Pressed);
+  ScrollBlock.Move(kTrackMargin, (kWindowHeight - 2 - kBlockHeight) / 2, kBlockWidth, kBlockHeight);
+  DrawButtonLook(ScrollBlock, ButtonLook::Hover);
+  ScrollBlock.SetAccessibleName("Slider");
+}
+
+int16_t ClampHandle(int16_t position) {
+  const auto lowest = static_cast<int16_t>(frmSelector->ScrollBar.Left());
+  const Single room = frmSelector->ScrollBar.Width() - frmSelector->ScrollBlock.Width();
+  return std::clamp(position, lowest, static_cast<int16_t>(lowest + room));
+}
+
+void ApplySlider() {
+  const int k = ServedOption();
+  ToolOption& option = OptionOf(k);
+  const PictureSurface& track = frmSelector->ScrollBar;
+  const PictureSurface& handle = frmSelector->ScrollBlock;
+  const double share = (double{handle.Left()} - track.Left()) / (double{track.Width()} - handle.Width());
+  const double value = share * (option.Max - option.Min) + option.Min;
+  With(ToInt16(value), [&](int16_t whole) { frmControls->pixelSelector[k].SetValue(whole); });
+  option.Value = value;
+}
+
+void UnClickButton() {
+  frmControls->OpenSelector = -1;
+  for (int j = 0; j < kOptionCount; ++j)
+    if (frmControls->DropDownDown.at(static_cast<size_t>(j))) DrawDropDown(j, false);
+  frmSelector->Window.SetVisible(false);
+}
+
+void CmdDropDown_Click(int16_t index) {
+  const bool was_open = frmControls->DropDownDown.at(static_cast<size_t>(index));
+  UnClickButton();
+  if (was_open) return;
+  frmControls->OpenSelector = index;
+  DrawDropDown(index, true);
+  PlaceWindow(index);
+  PlaceHandle(index);
+  With(ToInt16(OptionOf(index).Value), [&](int16_t whole) {
+    const double value = OptionOf(index).Value;
+    frmControls->pixelSelector[index].SetValue(whole);
+    OptionOf(index).Value = value;
+  });
+  frmSelector->Window.SetTag(std::to_string(index));
+  frmSelector->Window.BringToFront();
+  frmSelector->Window.SetVisible(true);
+  frmSelector->ScrollBlock.SetFocus();
+}
+
+void WireSelector() {
+  WireDrag(frmSelector->Window, Window_Drag, Window_Drag);
+  WireDrag(frmSelector->ScrollBar, Track_Drag, Track_Drag);
+  WireDrag(
+      frmSelector->ScrollBlock, [](Single X) { Assign(frmSelector->GrabOffset, ToInt16(X)); }, Block_Drag);
+  frmSelector->ScrollBlock.OnLostFocus = UnClickButton;
+}
+
+void FillOptions() {
+  FillOptionTable();
+  for (int i = 0; i < kOptionCount; ++i) {
+    NumberBox& box = frmControls->pixelSelector[i];
+    box.SetMaxValue(OptionOf(i).Max);
+    box.SetMinValue(OptionOf(i).Min);
+    box.SetValue(OptionOf(i).Value);
+    box.SetUseMaxMinValues(true);
+    DrawDropDown(i, false);
+  }
+}
+
+void WireOptionBars() {
+  for (int16_t i = 0; i < kOptionCount; ++i) {
+    frmControls->pixelSelector[i].OnChange = [i] {
+      OptionOf(i).Value = frmControls->pixelSelector[i].Value();
+    };
+    frmControls->CmdDropDown[i].OnClick = [i] { CmdDropDown_Click(i); };
+  }
+  frmControls->CmdTimer.OnTimer = [] { frmControls->Cmd.Hover(State.OptionButtonDown); };
+  frmControls->CircleTimer.OnTimer = [] { frmControls->Cmd2.Hover(State.OptionButtonDown); };
+  frmControls->BrushTimer.OnTimer = [] { frmControls->Cmd3.Hover(State.OptionButton3Down); };
+  frmControls->LightTimer.OnTimer = [] { frmControls->Cmd4.Hover(State.OptionButton4Down); };
+  for (IntervalTimer* timer : {&frmControls->CmdTimer, &frmControls->CircleTimer, &frmControls->BrushTimer,
+                               &frmControls->LightTimer})
+    timer->SetEnabled(true);
+}
+
+}  // namespace zelvane

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+#include "surface/forms/Form.h"
+#include "surface/forms/PictureSurface.h"
+
+namespace zelvane {
+
+/// The slider that drops down from a numeric option: a track and a handle on it. Its `Tag` holds the index of
+/// the entry of `OptionTable` that it serves, as text.
+struct SelectorControls {
+  explicit SelectorControls(Control& main_window);
+
+  PictureSurface Window;
+  PictureSurface ScrollBar;
+  PictureSurface ScrollBlock;
+  bool Dragging = false;
+  int16_t GrabOffset = 0;  ///< pixels from the handle's left edge
+};
+
+/// Stands while the main window does.
+inline std::unique_ptr<SelectorControls> frmSelector;
+
+/// Makes the slider do what it is for.
+void WireSelector();
+/// Opens the slider for an option's box, or closes it where it's open for that one.
+void CmdDropDown_Click(int16_t index);
+/// Closes the slider.
+void UnClickButton();
+/// Takes a place of the handle's left edge into the track.
+int16_t ClampHandle(int16_t position);
+/// Takes the value of the handle's place into the option and its box.
+void ApplySlider();
+
+/// Fills the tool settings and gives the boxes their limits and values.
+void FillOptions();
+/// Makes the controls of the option bars do what they are for.
+void WireOptionBars();
+
+}  // namespace zelvane

@@ -1,0 +1,252 @@
+#include "tools/Sweep.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include "surface/raster/Numbers.h"
+#include "surface/raster/Spans.h"
+#include "tools/Ramp.h"
+
+namespace zelvane {
+namespace {
+
+constexpr double kPi = 3.14159265358979;
+constexpr double kStep = 0.5;
+constexpr int kMargin = 4;
+/// Rows that are painted together; few enough for their pixels to stay in the nearest cache.
+constexpr int kBandRows = 128;
+
+double Squared(double value) {
+  return value * value;
+}
+
+/// Plain drawing, as `Canvas` does it.
+void DrawCopy(Canvas& target, const LineCopy& copy) {
+  target.Line(static_cast<Single>(copy.x1), static_cast<Single>(copy.y1), static_cast<Single>(copy.x2),
+              static_cast<Single>(copy.y2), copy.color);
+}
+
+/// Whether a line's end lies so far beyond the surface, on the side that the line runs to, that neither its
+/// round cap nor anything further on could be seen. What is seen is then a piece of an endless strip.
+bool EndsOutside(int32_t x, int32_t y, int32_t from_x, int32_t from_y, const Canvas& target) {
+  const auto beyond = [](int32_t end, int32_t from, int extent) {
+    return (end > from && end > extent + 1) || (end < from && end < -2);
+  };
+  return beyond(x, from_x, target.ScaleWidth()) || beyond(y, from_y, target.ScaleHeight());
+}
+
+bool IsStrip(const LineCopy& copy, const Canvas& target) {
+  return EndsOutside(copy.x1, copy.y1, copy.x2, copy.y2, target) &&
+         EndsOutside(copy.x2, copy.y2, copy.x1, copy.y1, target);
+}
+
+/// A fraction that is stepped from row to row: `whole` + `rest` / divisor.
+struct Stepper {
+  int32_t whole = 0, rest = 0;
+
+  static Stepper At(int64_t numerator, int64_t divisor) {
+    const int64_t whole = FloorDivided(numerator, divisor);
+    return {static_cast<int32_t>(whole), static_cast<int32_t>(numerator - whole * divisor)};
+  }
+  void Add(const Stepper& step, int32_t divisor) {
+    whole += step.whole;
+    rest += step.rest;
+    const bool carries = rest >= divisor;
+    whole += carries ? 1 : 0;
+    rest -= carries ? divisor : 0;
+  }
+};
+
+/// A strip three pixels wide round an endless line, walked down row by row. With A and B the line's extent
+/// across and down, the pixel (x, y) belongs to it where |(y - y1) A - (x - x1) B| is at most 1.5 times the
+/// line's length.
+class Strip {
+ public:
+  Strip(const LineCopy& copy, int width, int height) : pixel_(ToPixel(copy.color)) {
+    const bool upwards = copy.y2 < copy.y1;
+    x_ = upwards ? copy.x2 : copy.x1;
+    y_ = upwards ? copy.y2 : copy.y1;
+    across_ = int64_t{upwards ? copy.x1 : copy.x2} - x_;
+    down_ = int64_t{upwards ? copy.y1 : copy.y2} - y_;
+    reach_ = IntegerRoot(9 * (across_ * across_ + down_ * down_) / 4);
+    FindRows(width, height);
+    if (first_row_ <= last_row_ && down_ > 0) FindColumns();
+    if (down_ == 0) right_.whole = width;
+  }
+
+  Pixel Paint() const { return pixel_; }
+  int FirstRow() const { return first_row_; }
+  int LastRow() const { return last_row_; }
+  int Left() const { return left_.whole; }
+  int Right() const { return right_.whole; }
+  void NextRow() {
+    left_.Add(step_, divisor_);
+    right_.Add(step_, divisor_);
+  }
+
+ private:
+  /// The rows in which it meets columns 0 to `width` - 1.
+  void FindRows(int width, int height) {
+    Span rows{0, int64_t{height} - 1};
+    const int64_t low = -x_ * down_ - reach_, high = (width - 1 - x_) * down_ + reach_;
+    if (across_ > 0) {
+      rows = rows.Intersected({y_ + CeilDivided(low, across_), y_ + FloorDivided(high, across_)});
+    } else if (across_ < 0) {
+      rows = rows.Intersected({y_ + CeilDivided(-high, -across_), y_ + FloorDivided(-low, -across_)});
+    } else if (low > 0 || high < 0) {
+      rows = {};
+    }
+    first_row_ = static_cast<int>(std::min<int64_t>(rows.first, height));
+    last_row_ = static_cast<int>(std::max<int64_t>(rows.last, -1));
+  }
+  void FindColumns() {
+    const int64_t middle = (first_row_ - y_) * across_ + x_ * down_;
+    left_ = Stepper::At(middle - reach_ + down_ - 1, down_);
+    right_ = Stepper::At(middle + reach_, down_);
+    step_ = Stepper::At(across_, down_);
+    divisor_ = static_cast<int32_t>(down_);
+  }
+
+  int64_t x_, y_, across_, down_, reach_;
+  int first_row_ = 0, last_row_ = -1;
+  Stepper left_, right_, step_;
+  int32_t divisor_ = 1;
+  Pixel pixel_;
+};
+
+/// What a strip covers of a band of rows.
+struct BandSpans {
+  Pixel paint = 0;
+  int first = 0, last = -1;  // rows of the surface
+  std::array<int, kBandRows> left, right;
+};
+
+/// Walks the strip down to `bottom` or to its own end, and returns it as it stands there. By value, so that
+/// it stays in registers meanwhile.
+Strip TakeSpans(BandSpans& spans, Strip strip, int top, int bottom, int width) {
+  spans.paint = strip.Paint();
+  spans.first = std::max(strip.FirstRow(), top);
+  spans.last = std::min(strip.LastRow(), bottom);
+  const int first = spans.first - top, last = spans.last - top;
+  for (int i = first; i <= last; ++i, strip.NextRow()) {
+    spans.left[static_cast<size_t>(i)] = std::max(strip.Left(), 0);
+    spans.right[static_cast<size_t>(i)] = std::min(strip.Right(), width - 1);
+  }
+  return strip;
+}
+
+void PaintColumns(Pixel* row, int first, int last, Pixel paint) {
+  for (int x = first; x <= last; ++x) row[x] = paint;
+}
+
+/// The rows from `first` to `last` of the band, of which `above` covers none.
+void PaintWhole(Canvas& target, int top, const BandSpans& spans, int first, int last) {
+  for (int y = first; y <= last; ++y) {
+    const auto index = static_cast<size_t>(y - top);
+    PaintColumns(target.WritableRow(y), spans.left[index], spans.right[index], spans.paint);
+  }
+}
+
+/// The rows from `first` to `last`, in all of which `above` covers some columns. Nearly always it leaves
+/// nothing or one pixel at either end, so the pixels at both ends are painted unasked, which is quicker than
+/// to guess wrong: whatever covers them comes later.
+void PaintBeside(Canvas& target, int top, const BandSpans& spans, const BandSpans& above, int first,
+                 int last) {
+  if (first > last) return;
+  const Pixel paint = spans.paint;
+  const ptrdiff_t stride = target.Image().Stride();
+  Pixel* row = target.WritableRow(first);
+  for (int y = first; y <= last; ++y, row += stride) {
+    const auto index = static_cast<size_t>(y - top);
+    const int left = spans.left[index], right = spans.right[index];
+    const int covered_from = above.left[index], covered_to = above.right[index];
+    row[left] = row[right] = paint;
+    if (std::max(covered_from - left, right - covered_to) <= 1) continue;
+    PaintColumns(row, left, std::min(right, covered_from - 1), paint);
+    PaintColumns(row, std::max(left, covered_to + 1), right, paint);
+  }
+}
+
+/// Paints at least what `above` leaves to be seen.
+void PaintUncovered(Canvas& target, int top, const BandSpans& spans, const BandSpans& above) {
+  const int covered_first = std::clamp(above.first, spans.first, spans.last + 1);
+  const int covered_last = std::clamp(above.last, covered_first - 1, spans.last);
+  PaintWhole(target, top, spans, spans.first, covered_first - 1);
+  PaintBeside(target, top, spans, above, covered_first, covered_last);
+  PaintWhole(target, top, spans, covered_last + 1, spans.last);
+}
+
+/// The edges of a strip are straight, so its outermost columns are in its first or last row.
+Rect Extent(const BandSpans& spans, int top) {
+  const auto first = static_cast<size_t>(spans.first - top), last = static_cast<size_t>(spans.last - top);
+  return {std::min(spans.left[first], spans.left[last]), spans.first,
+          std::max(spans.right[first], spans.right[last]) + 1, spans.last + 1};
+}
+
+void PaintBand(Canvas& target, std::vector<Strip>& strips, int top, int bottom) {
+  Rect touched;
+  BandSpans spans, above;
+  for (Strip& strip : strips) {
+    if (strip.FirstRow() > bottom || strip.LastRow() < top) continue;
+    strip = TakeSpans(above, strip, top, bottom, target.ScaleWidth());
+    PaintUncovered(target, top, spans, above);
+    touched = touched.United(Extent(above, top));
+    std::swap(spans, above);
+  }
+  PaintUncovered(target, top, spans, {});
+  target.AddDamage(touched);
+}
+
+void PaintStrips(Canvas& target, std::vector<Strip>& strips) {
+  for (int top = 0; top < target.ScaleHeight(); top += kBandRows) {
+    PaintBand(target, strips, top, std::min(top + kBandRows, target.ScaleHeight()) - 1);
+  }
+}
+
+}  // namespace
+
+double AngleOfLine(double x1, double y1, double x2, double y2) {
+  const double t = x1 != x2 ? std::fabs(std::atan((y2 - y1) / (x2 - x1)) * (180 / kPi)) : 90;
+  if (x1 > x2) return y1 > y2 ? 180 - t : y1 < y2 ? t + 180 : 180;
+  if (x1 < x2) return y1 > y2 ? t : y1 < y2 ? 360 - t : 0;
+  return y1 < y2 ? 270 : 90;
+}
+
+std::vector<LineCopy> SweptCopies(const EndLine& start, const EndLine& end, double angle, int width,
+                                  Color first, Color last) {
+  const double rad = angle * (kPi / 180);
+  const double L = std::sqrt(Squared(end.x1 - start.x1) + Squared(end.y1 - start.y1));
+  const auto Length = ToInt32(L);
+  std::vector<LineCopy> copies;
+  int32_t lx = 0, ly = 0;
+  for (double d = 0; d <= L; d += kStep) {
+    const double u = std::cos(-rad) * d, v = std::sin(-rad) * d;
+    const auto p = ToInt32(u + start.x1), q = ToInt32(v + start.y1);
+    const auto p2 = ToInt32(u + start.X2), q2 = ToInt32(v + start.y2), Position = ToInt32(d);
+    if (!p || !q || !p2 || !q2 || !Length || !Position) break;
+    if ((*p == lx && *q == ly) || std::max(*p, *p2) < -kMargin) continue;
+    if (std::min(*p, *p2) > width + kMargin) continue;
+    copies.push_back({*p, *q, *p2, *q2, GradientColor(*Length, *Position, first, last)});
+    lx = *p;
+    ly = *q;
+  }
+  return copies;
+}
+
+void DrawCopies(Canvas& target, const std::vector<LineCopy>& copies) {
+  const auto last_plain = std::find_if(copies.rbegin(), copies.rend(),
+                                       [&](const LineCopy& copy) { return !IsStrip(copy, target); });
+  std::vector<Strip> strips;
+  strips.reserve(static_cast<size_t>(last_plain - copies.rbegin()));
+  for (auto copy = copies.begin(); copy != last_plain.base(); ++copy) DrawCopy(target, *copy);
+  for (auto copy = last_plain.base(); copy != copies.end(); ++copy) {
+    strips.emplace_back(*copy, target.ScaleWidth(), target.ScaleHeight());
+  }
+  if (strips.empty()) return;
+  PaintStrips(target, strips);
+  target.SetCurrentX(static_cast<Single>(copies.back().x2));
+  target.SetCurrentY(static_cast<Single>(copies.back().y2));
+}
+
+}  // namespace zelvane
