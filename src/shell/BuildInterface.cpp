@@ -1,10 +1,13 @@
 #include "shell/BuildInterface.h"
 
-#include "colour/ColorPanel.h"
+#include <cctype>
+
+#include "colour/ColorBars.h"
 #include "document/layers/ReadOuts.h"
 #include "shell/MainForm.h"
+#include "surface/system/Files.h"
 #include "tools/OptionBars.h"
-#include "tools/SimplePaints.h"
+#include "tools/Selector.h"
 #include "tools/ToolButtons.h"
 
 namespace zelvane {
@@ -12,37 +15,71 @@ namespace {
 
 constexpr Single kBarLeft = 5, kBarTop = 3;
 
-/// An edge down a panel: a line in shadow colour at `x` and one in highlight colour beside it.
-void DrawEdgeDown(PictureSurface& panel, int x) {
-  const auto left = static_cast<Single>(x), bottom = static_cast<Single>(panel.ScaleHeight());
-  panel.Line(left, 0, left, bottom, SystemColor::ButtonShadow);
-  panel.Line(left + 1, 0, left + 1, bottom, SystemColor::ButtonHighlight);
-  panel.Refresh();
+/// Panels that follow the window's width draw their edge anew.
+void KeepEdgeAcross(PictureSurface& panel) {
+  DrawEdgeAcross(panel);
+  panel.OnResize = [&panel] { DrawEdgeAcross(panel); };
+}
+
+void DrawPanelEdges(MainWindow& window) {
+  DrawEdgeAcross(ToolButtons->ColorsBg);
+  KeepEdgeAcross(window.TopBar);
+  DrawEdgeDown(ReadOuts->CoordsInfo, 0);
 }
 
 void MoveOptionBars(PictureSurface& top_bar) {
   for (int tool = 0; tool < frmControls->DrawToolbar.Count(); ++tool) {
-    frmControls->DrawToolbar[tool].SetParent(top_bar);
     frmControls->DrawToolbar[tool].Move(kBarLeft, kBarTop);
+    frmControls->DrawToolbar[tool].SetParent(top_bar);
     PictureSurface& icon = frmControls->ToolIcon[tool];
     DrawEdgeDown(icon, icon.ScaleWidth() - 2);
   }
 }
 
+void DrawSplits() {
+  for (int i = 0; i < ToolButtons->SplitH.Count(); ++i) DrawEdgeAcross(ToolButtons->SplitH[i]);
+  DrawEdgeAcross(InfoPanel->Split);
+}
+
+/// "sharpen.exe" shows as "Sharpen".
+std::string EffectCaption(const std::string& file) {
+  std::string name = file.substr(0, file.find(".exe"));
+  if (!name.empty()) name[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(name[0])));
+  return name;
+}
+
+/// The menu stays hidden without an effect program.
+void LoadEffectsList(MainMenu& menus) {
+  const std::string folder = ApplicationFolder();
+  const auto files = FilesIn(folder + (folder.ends_with('/') ? "Effects" : "/Effects"), "*.exe");
+  for (size_t i = 0; i < files.size(); ++i) {
+    if (i > 0)
+      menus.Effect.push_back(std::make_unique<Menu>(menus.Effects, "Effect(" + std::to_string(i) + ")", ""));
+    menus.Effect[i]->SetTag(files[i]);
+    menus.Effect[i]->SetCaption(EffectCaption(files[i]));
+    menus.Effects.SetVisible(true);
+  }
+}
+
+void DrawRaisedButtons() {
+  for (PictureSurface* button : {&frmControls->CmdFont, &frmControls->CmdFontStyle})
+    DrawButtonLook(*button, ButtonLook::Hover);
+}
+
 }  // namespace
 
 void BuildInterface(MainWindow& window) {
-  DrawEdgeAcross(ToolButtons->ColorsBg);
-  DrawEdgeAcross(window.TopBar);
-  window.TopBar.OnResize = [&window] { DrawEdgeAcross(window.TopBar); };
-  DrawEdgeDown(ReadOuts->CoordsInfo, 0);
+  DrawPanelEdges(window);
   MoveOptionBars(window.TopBar);
-  DrawEdgeAcross(InfoPanel->Split);
-  FillOptionTable();
-  DrawEdgeAcross(window.ProcessBg);
-  window.ProcessBg.OnResize = [&window] { DrawEdgeAcross(window.ProcessBg); };
+  DrawSplits();
+  frmSelector = std::make_unique<SelectorControls>(window);
+  LoadEffectsList(window.Menus);
+  FillOptions();
+  DrawRaisedButtons();
+  KeepEdgeAcross(window.ProcessBg);
   ColorPanel->SelColor[0].SetBackColor(kBlack);
   ColorPanel->SelColor[1].SetBackColor(kWhite);
+  PaintGradient();
 }
 
 }  // namespace zelvane

@@ -2,18 +2,18 @@
 
 #include <algorithm>
 
-#include "colour/ColorPanel.h"
+#include "colour/ColorBars.h"
 #include "document/layers/ReadOuts.h"
-#include "document/window/frmPaint.h"
 #include "shell/BuildInterface.h"
 #include "shell/MenuEvents.h"
+#include "shell/Wiring.h"
 #include "shell/frmMonitor.h"
 #include "shell/state/RecentFiles.h"
 #include "shell/state/Settings.h"
 #include "surface/forms/Application.h"
 #include "surface/raster/FailingStep.h"
-#include "tools/OptionBars.h"
 #include "tools/SelectTool.h"
+#include "tools/Selector.h"
 #include "tools/ToolButtons.h"
 
 namespace zelvane {
@@ -63,6 +63,7 @@ MainWindow::MainWindow()
 }
 
 MainWindow::~MainWindow() {
+  frmSelector.reset();
   InfoPanel.reset();
   ColorPanel.reset();
   ReadOuts.reset();
@@ -74,18 +75,15 @@ void MainWindow::WireEvents() {
   OnQueryUnload = [this](bool& Cancel, UnloadModes) { MDIForm_QueryUnload(Cancel); };
   Desktop.OnSettingChanged = [this] { SettingsChanged(); };
   Recent.OnLoaded = ShowRecentList;
-  CmdTimer.OnTimer = HoverToolButtons;
-  for (int16_t tool = 0; tool < kToolCount; ++tool)
-    ToolButtons->Cmd[tool].OnClick = [tool] { SelectTool(tool); };
-  frmControls->comboZoom.OnClick = [] {
-    if (frmPaint* document = ActiveWindow()) document->ChangeZoomFactor();
-  };
+  CmdTimer.OnTimer = [] { ToolButtons->Cmd.Hover(State.ToolButtonDown); };
+  WirePanels(*this);
 }
 
 void MainWindow::MDIForm_Load() {
   RestoreWindowPlace();
   if (ReadSetting("ZelvaneMaximized", "No") == "Yes") SetWindowState(kMaximised);
   MeasureTitle();
+  SetColorBars();
   BuildInterface(*this);
   WireEvents();
   SelectTool(kCursorTool);

@@ -50,7 +50,8 @@ void ShowFailure() {
   MsgBox("The selected picture file is missing or invalid", 48, "Zelvane");
 }
 
-/// The window is as large as its picture and its bars, as far as the main window has room.
+/// The window is as large as its picture and its bars, as far as the main window has room. It shows once the
+/// picture is there, so that a file that can't be read shows no empty window.
 void FitWindow(ImageDocument& document) {
   constexpr Single kTwips = 15;
   document.SetWidth((document.PaintArea.Width() + document.VScroll1.Width()) * kTwips);
@@ -62,6 +63,7 @@ void ShowPicture(ImageDocument& document, Bitmap picture, const std::string& pat
   document.Buffer.SetTag(path);
   document.SizePaintArea();
   FitWindow(document);
+  document.Show();
   document.Form_Resize();
   RefreshPaintArea(document.Buffer);
 }
@@ -84,7 +86,6 @@ frmPaint* OpenPicture(const std::string& path) {
   auto* document = new frmPaint;
   document->SetTag(path);
   document->ShowCaption();
-  document->Show();
   std::optional<Bitmap> picture;
   Attempt([&] { picture = LoadPictureFile(path); });
   if (!picture) {

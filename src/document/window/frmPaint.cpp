@@ -6,6 +6,7 @@
 #include "document/window/ClosePicture.h"
 #include "imageops/Undo.h"
 #include "surface/raster/FailingStep.h"
+#include "tools/EyedropperTool.h"
 #include "tools/OptionBars.h"
 #include "tools/SimplePaints.h"
 
@@ -84,6 +85,9 @@ void frmPaint::PaintArea_MouseMove(Single X, Single Y) {
   }
   ShowCoords(X, Y);
   ShowPointer();
+  if (State.CurrentTool != kEyedropperTool) return;
+  const auto column = static_cast<Single>(Centred(X, Zoom) / Zoom * 100);
+  ShowPixelInfo(Buffer, column, static_cast<Single>(Centred(Y, Zoom) / Zoom * 100));
 }
 
 void frmPaint::ShowArea(Single X, Single Y) {

@@ -1,0 +1,61 @@
+#include "shell/Wiring.h"
+
+#include "colour/ColorBars.h"
+#include "document/window/Clear.h"
+#include "document/window/frmPaint.h"
+#include "shell/MainForm.h"
+#include "tools/OptionBars.h"
+#include "tools/SelectTool.h"
+#include "tools/Selector.h"
+#include "tools/ToolButtons.h"
+
+namespace zelvane {
+namespace {
+
+void ShowCurrentColors() {
+  ImageDocument* document = ActiveDocument();
+  if (!document) return;
+  document->Buffer.SetForeColor(ColorPanel->SelColor[0].BackColor());
+  document->TextInput.SetForeColor(ColorPanel->SelColor[0].BackColor());
+  document->TextInput.SetBackColor(ColorPanel->SelColor[1].BackColor());
+}
+
+void comboZoom_Click() {
+  if (frmPaint* document = ActiveWindow()) document->ChangeZoomFactor();
+}
+
+template <class Select>
+void WireGroup(ButtonGroup& group, Select select) {
+  for (int16_t i = 0; i < group.Count(); ++i) group[i].OnClick = [select, i] { select(i); };
+}
+
+void WireTools() {
+  WireGroup(ToolButtons->Cmd, SelectTool);
+  WireGroup(frmControls->Cmd, SelectOption);
+  WireGroup(frmControls->Cmd2, SelectOption);
+  WireGroup(frmControls->Cmd3, SelectOption3);
+  WireGroup(frmControls->Cmd4, SelectOption4);
+  WireOptionBars();
+  frmControls->comboZoom.OnClick = comboZoom_Click;
+  frmControls->clearButton.OnClick = clearButton_Click;
+}
+
+void WireSliderKeys(MainWindow& window) {
+  WireSelector();
+  frmSelector->ScrollBlock.OnKeyDown = [&window](int16_t KeyCode, int16_t Shift) {
+    if (KeyCode == kKeyEnter || (KeyCode == kKeyEscape && Shift == 0)) return UnClickButton();
+    if (KeyCode == kKeyEscape && Shift == kShift) window.Unload();
+    if (KeyCode == kKeyF2) window.SetWindowState(kMinimised);
+  };
+}
+
+}  // namespace
+
+void WirePanels(MainWindow& window) {
+  WireTools();
+  WireSliderKeys(window);
+  WireColorPanel();
+  ColorPanel->OnSyncDocumentColors = ShowCurrentColors;
+}
+
+}  // namespace zelvane

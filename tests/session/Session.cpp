@@ -1,0 +1,113 @@
+#include "session/Session.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QDialog>
+#include <QDir>
+#include <QMessageBox>
+#include <QTest>
+
+#include "shell/Main.h"
+#include "shell/MainForm.h"
+#include "shell/state/RecentFiles.h"
+#include "surface/forms/Application.h"
+
+using namespace zelvane;
+
+namespace {
+
+void Send(QWidget* widget, QEvent::Type type, QPoint at, Qt::MouseButton button, Qt::MouseButtons held) {
+  QMouseEvent event(type, at, widget->mapToGlobal(at), button, held, Qt::NoModifier);
+  QApplication::sendEvent(widget, &event);
+}
+
+/// Units start behind the frame of the view.
+void SendToPicture(QEvent::Type type, int x, int y, Qt::MouseButton button, Qt::MouseButtons held) {
+  Send(ActiveDocument()->PaintArea.Widget(), type, QPoint(x + 1, y + 1), button, held);
+}
+
+}  // namespace
+
+Session::Session() {
+  ResetState();
+  QDir(qEnvironmentVariable("XDG_CONFIG_HOME")).removeRecursively();
+  QObject::connect(&unexpected_, &QTimer::timeout, [this] {
+    auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    if (answering_ || !dialog) return;
+    ADD_FAILURE() << "unexpected dialog: " << dialog->windowTitle().toStdString();
+    dialog->reject();
+  });
+  unexpected_.start(100);
+}
+
+Session::~Session() {
+  for (Form* form : std::vector<Form*>(Forms()))
+    if (auto* document = dynamic_cast<ImageDocument*>(form)) document->SetDirtyFalse();
+  DestroyForms();
+  Recent = RecentList{};
+}
+
+void Session::Start(const std::string& tail) {
+  ASSERT_TRUE(Main(tail));
+  DoEvents();
+}
+
+std::string Session::MakePicture(const std::string& name, const QImage& picture) const {
+  const std::string path = PathOf(name);
+  EXPECT_TRUE(picture.save(QString::fromStdString(path))) << path;
+  return path;
+}
+
+void Session::Press(int x, int y, Qt::MouseButton button) {
+  SendToPicture(QEvent::MouseButtonPress, x, y, button, button);
+}
+void Session::MoveTo(int x, int y, Qt::MouseButtons held) {
+  SendToPicture(QEvent::MouseMove, x, y, Qt::NoButton, held);
+}
+void Session::Release(int x, int y, Qt::MouseButton button) {
+  SendToPicture(QEvent::MouseButtonRelease, x, y, button, Qt::NoButton);
+}
+
+void Session::Drag(int x1, int y1, int x2, int y2, Qt::MouseButton button) {
+  Press(x1, y1, button);
+  MoveTo(x2, y2, button);
+  Release(x2, y2, button);
+}
+
+void Session::ClickOn(const Control& control) {
+  QTest::mouseClick(control.Widget(), Qt::LeftButton);
+  DoEvents();
+}
+
+std::vector<std::string> Session::Answering(std::vector<std::string> answers,
+                                            const std::function<void()>& step) {
+  std::vector<std::string> texts;
+  QTimer answer;
+  QObject::connect(&answer, &QTimer::timeout, [&] {
+    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    if (!box) return;
+    texts.push_back(box->text().toStdString());
+    if (texts.size() > answers.size()) return box->reject();
+    const QString wanted = QString::fromStdString(answers[texts.size() - 1]);
+    for (QAbstractButton* button : box->buttons())
+      if (button->text().remove('&') == wanted) return button->click();
+    box->reject();
+  });
+  answer.start(1);
+  answering_ = true;
+  step();
+  DoEvents();
+  answering_ = false;
+  return texts;
+}
+
+frmPaint& Session::Document() {
+  return *ActiveWindow();
+}
+
+QImage Session::Picture(const Canvas& layer) {
+  QImage picture(layer.ScaleWidth(), layer.ScaleHeight(), QImage::Format_RGB32);
+  for (int y = 0; y < picture.height(); ++y)
+    std::copy_n(layer.Image().Row(y), picture.width(), reinterpret_cast<Pixel*>(picture.scanLine(y)));
+  return picture;
+}

@@ -1,0 +1,151 @@
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include "document/window/OpenPicture.h"
+#include "document/window/SavePicture.h"
+#include "session/Session.h"
+#include "shell/MainForm.h"
+#include "shell/state/RecentFiles.h"
+#include "tools/SelectTool.h"
+
+using namespace zelvane;
+
+namespace {
+
+const std::string kFailure = "The selected picture file is missing or invalid";
+const std::string kChanged = "The image has been changed.\r\n\r\nDo you wish to save the changes?";
+
+class Files : public Session {
+ protected:
+  QImage Noise(int width, int height) {
+    QImage picture(width, height, QImage::Format_RGB32);
+    for (int y = 0; y < height; ++y)
+      for (int x = 0; x < width; ++x)
+        picture.setPixel(x, y, 0xFF000000u | static_cast<uint32_t>(x * 7919 + y * 104729));
+    return picture;
+  }
+  void WriteBytes(const std::string& name, const QByteArray& bytes) {
+    QFile file(QString::fromStdString(PathOf(name)));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(bytes);
+  }
+  QByteArray Bytes(const std::string& name) {
+    QFile file(QString::fromStdString(PathOf(name)));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+  }
+  /// A document with a stroke on it.
+  frmPaint& OpenChanged(const std::string& name) {
+    frmPaint* document = OpenPicture(MakePicture(name, Noise(50, 30)));
+    document->Dirty = true;
+    return *document;
+  }
+};
+
+}  // namespace
+
+TEST_F(Files, ThePictureOfTheCommandLineOpens) {
+  const QImage picture = Noise(71, 43);
+  const std::string path = MakePicture("a b.png", picture);
+  Start('"' + path + '"');
+  EXPECT_EQ(Picture(Document().Buffer), picture);
+  EXPECT_EQ(Document().Caption(), path + " - 100%");
+  EXPECT_EQ(Document().Buffer.Tag(), path);
+  EXPECT_FALSE(Document().Dirty);
+  EXPECT_EQ(Recent.RecentFiles[0], path);
+  EXPECT_EQ(MainForm->Menus.mnuFile1.Caption(), "a b.png");
+}
+
+TEST_F(Files, WhatCannotBeReadLeavesTheProgramAsItWas) {
+  QImage picture = Noise(64, 64);
+  MakePicture("whole.png", picture);
+  MakePicture("whole.jpg", picture);
+  MakePicture("whole.bmp", picture);
+  for (const char* ending : {"png", "jpg", "bmp"}) {
+    const QByteArray bytes = Bytes(std::string("whole.") + ending);
+    WriteBytes(std::string("half.") + ending, bytes.left(bytes.size() / 2));
+  }
+  WriteBytes("empty.png", "");
+  WriteBytes("text.bmp", "this is no picture");
+  ASSERT_TRUE(QDir().mkdir(QString::fromStdString(PathOf("folder.gif"))));
+  Start();
+  for (const char* name : {"missing.png", "folder.gif", "empty.png", "text.bmp", "half.png", "half.jpg",
+                           "half.bmp", "noending"}) {
+    const auto told = Answering({"OK"}, [&] { EXPECT_EQ(OpenPicture(PathOf(name)), nullptr) << name; });
+    EXPECT_EQ(told, std::vector<std::string>{kFailure}) << name;
+    EXPECT_EQ(ActiveDocument(), nullptr) << name;
+  }
+  EXPECT_EQ(Recent.RecentCount, 0);
+}
+
+TEST_F(Files, SavingWritesABitmapThatReadsBackEqual) {
+  Start(MakePicture("p.bmp", Noise(33, 21)));
+  SelectTool(kPenTool);
+  Drag(3, 3, 30, 15);
+  const QImage painted = Picture(Document().Buffer);
+  Save_Click();
+  EXPECT_FALSE(Document().Dirty);
+  const QImage read(QString::fromStdString(PathOf("p.bmp")), "bmp");
+  EXPECT_EQ(read.depth(), 32);
+  EXPECT_EQ(read.convertToFormat(QImage::Format_RGB32), painted);
+}
+
+TEST_F(Files, AFailedSaveTellsTheFileAndKeepsTheDocumentChanged) {
+  Start();
+  ASSERT_TRUE(QDir().mkdir(QString::fromStdString(PathOf("gone"))));
+  frmPaint& document = OpenChanged("gone/p.bmp");
+  ASSERT_TRUE(QDir(QString::fromStdString(PathOf("gone"))).removeRecursively());
+  const auto told = Answering({"OK"}, [] { Save_Click(); });
+  ASSERT_EQ(told.size(), 1u);
+  EXPECT_NE(told[0].find(PathOf("gone/p.bmp")), std::string::npos) << told[0];
+  EXPECT_TRUE(document.Dirty);
+  // Closing with Yes fails alike, and the document stays.
+  EXPECT_EQ(Answering({"Yes", "OK"}, [&] { EXPECT_FALSE(document.Unload()); }).size(), 2u);
+  EXPECT_EQ(ActiveDocument(), &document);
+}
+
+TEST_F(Files, ClosingAChangedDocumentAsks) {
+  Start();
+  frmPaint& document = OpenChanged("a.bmp");
+  const QByteArray before = Bytes("a.bmp");
+  EXPECT_EQ(Answering({"Cancel"}, [&] { EXPECT_FALSE(document.Unload()); }),
+            std::vector<std::string>{kChanged});
+  EXPECT_TRUE(State.CloseCancelled);
+  EXPECT_EQ(Answering({"No"}, [&] { EXPECT_TRUE(document.Unload()); }).size(), 1u);
+  EXPECT_EQ(Bytes("a.bmp"), before);
+  frmPaint& other = OpenChanged("b.bmp");
+  other.Buffer.Cls();
+  const QImage cleared = Picture(other.Buffer);
+  EXPECT_EQ(Answering({"Yes"}, [&] { EXPECT_TRUE(other.Unload()); }).size(), 1u);
+  EXPECT_EQ(QImage(QString::fromStdString(PathOf("b.bmp"))).convertToFormat(QImage::Format_RGB32), cleared);
+  OpenChanged("c.bmp").SetDirtyFalse();
+  EXPECT_TRUE(Answering({}, [] { ActiveDocument()->Unload(); }).empty());
+}
+
+TEST_F(Files, TheExitStopsAtTheDocumentThatRefuses) {
+  Start();
+  OpenChanged("a.bmp");
+  frmPaint& second = OpenChanged("b.bmp");
+  EXPECT_EQ(Answering({"No", "Cancel"}, [] { EXPECT_FALSE(MainForm->Unload()); }).size(), 2u);
+  EXPECT_FALSE(State.Exiting);
+  ASSERT_EQ(MainForm->Children(), std::vector<Form*>{&second});
+  EXPECT_EQ(Answering({"No"}, [] { EXPECT_TRUE(MainForm->Unload()); }).size(), 1u);
+  EXPECT_TRUE(State.Exiting);
+  EXPECT_TRUE(Forms().empty());
+}
+
+TEST_F(Files, TheRecentListShiftsAndIgnoresCase) {
+  for (const char* name : {"/1", "/2", "/3", "/4", "/5", "/6"}) AddToRecentList(name);
+  EXPECT_EQ(Recent.RecentFiles, (std::array<std::string, 5>{"/6", "/5", "/4", "/3", "/2"}));
+  AddToRecentList("/4");
+  EXPECT_EQ(Recent.RecentFiles, (std::array<std::string, 5>{"/4", "/6", "/5", "/3", "/2"}));
+  AddToRecentList("/A");
+  AddToRecentList("/b");
+  AddToRecentList("/a");
+  EXPECT_EQ(Recent.RecentFiles, (std::array<std::string, 5>{"/a", "/b", "/4", "/6", "/5"}));
+  AddToRecentList("/A");
+  EXPECT_EQ(Recent.RecentFiles[0], "/a");
+  Recent = RecentList{};
+  LoadRecentList();
+  EXPECT_EQ(Recent.RecentCount, 5);
+}

@@ -1,0 +1,376 @@
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QLabel>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenu>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+#include <algorithm>
+
+#include "surface/forms/Application.h"
+#include "surface/forms/Dialogs.h"
+#include "surface/forms/Menu.h"
+#include "surface/forms/PictureSurface.h"
+
+namespace zelvane {
+namespace {
+
+constexpr Single kTwips = 15;
+
+struct Child : Form {
+  Child(MdiForm& main, const std::string& caption) : Form("Child", main) { SetCaption(caption); }
+  ~Child() override { ++destroyed; }
+  QMdiSubWindow& Frame() { return *qobject_cast<QMdiSubWindow*>(Widget()->parentWidget()); }
+  static inline int destroyed = 0;
+};
+
+/// A main window of 800 by 600 with a panel at each side.
+struct Main : MdiForm {
+  Main() : MdiForm("MainForm") {
+    SetCaption(" Zelvane");
+    SetWidth(800 * kTwips);
+    SetHeight(600 * kTwips);
+    left.SetWidth(50);
+    top.SetHeight(30);
+    bottom.SetHeight(40);
+    left.SetAlign(Align::Left);
+    top.SetAlign(Align::Top);
+    bottom.SetAlign(Align::Bottom);
+  }
+  Child& Add(const std::string& caption) {
+    auto* child = new Child(*this, caption);
+    child->Show();
+    return *child;
+  }
+  QMdiArea& Area() { return *Widget()->findChild<QMdiArea*>(); }
+  PictureSurface left{*this, "Left"}, top{*this, "Top"}, bottom{*this, "Bottom"};
+};
+
+class Windows : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    Child::destroyed = 0;
+    main.Show();
+    DoEvents();
+  }
+  void TearDown() override { DestroyForms(); }
+  Main& main = *new Main;
+};
+
+bool IsListed(const Form* form) {
+  return std::find(Forms().begin(), Forms().end(), form) != Forms().end();
+}
+
+TEST_F(Windows, RefusedUnloadKeepsTheForm) {
+  Child& child = main.Add("picture");
+  bool refuse = true;
+  UnloadModes told = kUnloadByCode;
+  int gone = 0;
+  child.OnQueryUnload = [&](bool& cancel, UnloadModes mode) { cancel = refuse, told = mode; };
+  child.OnUnload = [&] { ++gone; };
+  child.Frame().close();
+  EXPECT_EQ(told, kUnloadByUser);
+  EXPECT_TRUE(IsListed(&child) && child.Frame().isVisible());
+  EXPECT_FALSE(child.Unload());
+  EXPECT_EQ(told, kUnloadByCode);
+  EXPECT_FALSE(main.Unload()) << "the main window takes a child along that doesn't want to";
+  EXPECT_EQ(gone, 0);
+
+  refuse = false;
+  EXPECT_TRUE(child.Unload());
+  EXPECT_FALSE(IsListed(&child));
+  EXPECT_TRUE(child.Unload()) << "a second time does no harm";
+  EXPECT_EQ(gone, 1);
+  EXPECT_EQ(Child::destroyed, 0);
+  DoEvents();
+  EXPECT_EQ(Child::destroyed, 1);
+}
+
+TEST_F(Windows, FormOutlivesTheHandlerThatUnloadsIt) {
+  Child& child = main.Add("picture");
+  int destroyed_within = -1, asked = 0;
+  child.OnQueryUnload = [&](bool&, UnloadModes) {
+    ++asked;
+    EXPECT_FALSE(child.Unload()) << "asked while it is being asked";
+  };
+  child.OnKeyDown = [&](int16_t, int16_t) {
+    child.Unload();
+    QTest::qWait(1);
+    destroyed_within = Child::destroyed;
+  };
+  QTest::keyClick(child.Widget(), Qt::Key_F2);
+  EXPECT_EQ(destroyed_within, 0);
+  EXPECT_EQ(asked, 1);
+  DoEvents();
+  EXPECT_EQ(Child::destroyed, 1);
+}
+
+TEST_F(Windows, SingleWindowIsMadeAnew) {
+  struct Tool : Form {
+    Tool() : Form("Tool") {}
+  };
+  SingleWindow<Tool> tool;
+  EXPECT_FALSE(tool.IsLoaded());
+  tool->SetTag("first");
+  tool->Show();
+  tool->OnUnload = [&] { EXPECT_EQ(tool->Tag(), "first"); };
+  tool->Unload();
+  EXPECT_FALSE(tool.IsLoaded());
+  EXPECT_EQ(tool->Tag(), "");
+  EXPECT_EQ(std::count_if(Forms().begin(), Forms().end(), [](Form* form) { return form->Name() == "Tool"; }),
+            1);
+}
+
+TEST_F(Windows, NumbersFollowTheWindow) {
+  main.SetMinimumSize(400 * kTwips, 300 * kTwips);
+  Single seen = 0, panel = 0;
+  main.OnResize = [&] { seen = main.Width(), panel = main.top.Width(); };
+  main.Widget()->resize(700, 500);
+  EXPECT_EQ(seen, 700 * kTwips);
+  EXPECT_EQ(panel, 700);
+  EXPECT_EQ(main.ScaleWidth(), 650);
+  main.left.SetVisible(false);
+  EXPECT_EQ(main.ScaleWidth(), 700);
+  main.SetWidth(10);
+  EXPECT_EQ(main.Width(), 400 * kTwips);
+
+  Form dialog("Dialog");
+  dialog.SetWidth(301);
+  EXPECT_EQ(dialog.Width(), 301) << "a written number stays while it rounds to the same pixel";
+  EXPECT_EQ(dialog.ScaleWidth(), 20);
+}
+
+TEST_F(Windows, PanelsLieAroundTheChildren) {
+  const QWidget& top = *main.top.Widget();
+  EXPECT_EQ(top.geometry(), QRect(0, 0, 800, 30));
+  const int height = top.parentWidget()->height();
+  EXPECT_EQ(main.bottom.Widget()->geometry(), QRect(0, height - 40, 800, 40));
+  EXPECT_EQ(main.left.Widget()->geometry(), QRect(0, 30, 50, height - 70));
+  EXPECT_EQ(main.Area().geometry(), QRect(50, 30, 750, height - 70));
+  main.bottom.SetHeight(60);
+  EXPECT_EQ(main.Area().geometry(), QRect(50, 30, 750, height - 90));
+}
+
+TEST_F(Windows, NewChildTakesTheSizeThatFits) {
+  auto* asked = new Child(main, "asked");
+  asked->SetWidth(200 * kTwips);
+  asked->SetHeight(5000 * kTwips);
+  asked->Show();
+  EXPECT_EQ(asked->Width(), 200 * kTwips);
+  EXPECT_LT(asked->Frame().geometry().bottom(), main.Area().viewport()->height());
+  Child& second = main.Add("second");
+  EXPECT_NE(second.Frame().pos(), asked->Frame().pos());
+  EXPECT_TRUE(main.Area().viewport()->rect().contains(second.Frame().geometry()));
+}
+
+TEST_F(Windows, ActiveFormStaysUntilAnotherChildTakesOver) {
+  int changes = 0, activations = 0;
+  main.OnActiveFormChanged = [&] { ++changes; };
+  Child& first = main.Add("first");
+  Child& second = main.Add("second");
+  Child& third = main.Add("third");
+  EXPECT_EQ(changes, 3);
+  first.OnActivate = [&] { ++activations; };
+  first.Activate();
+  first.Activate();
+  EXPECT_EQ(activations, 1);
+  QTest::mouseClick(main.left.Widget(), Qt::LeftButton);
+  main.top.Widget()->setFocusPolicy(Qt::StrongFocus);
+  main.top.SetFocus();
+  EXPECT_EQ(main.ActiveForm(), &first);
+  first.Unload();
+  EXPECT_EQ(main.ActiveForm(), &third) << "the one that was active before";
+  third.Unload();
+  second.Unload();
+  EXPECT_EQ(main.ActiveForm(), nullptr);
+  EXPECT_EQ(changes, 7);
+}
+
+TEST_F(Windows, ArrangedChildrenFillTheArea) {
+  std::vector<Child*> children;
+  for (int count = 1; count <= 5; ++count) {
+    children.push_back(&main.Add("picture"));
+    for (const int16_t arrangement : {kTileHorizontal, kTileVertical}) {
+      main.Arrange(arrangement);
+      int covered = 0;
+      for (Child* one : children) {
+        const QRect place = one->Frame().geometry();
+        covered += place.width() * place.height();
+        for (Child* other : children) {
+          EXPECT_TRUE(one == other || !place.intersects(other->Frame().geometry()));
+        }
+        if (count <= 3 && arrangement == kTileHorizontal) {
+          EXPECT_EQ(place.width(), main.Area().viewport()->width());
+        }
+      }
+      EXPECT_EQ(covered, main.Area().viewport()->width() * main.Area().viewport()->height());
+    }
+  }
+  children[1]->SetWindowState(kMinimised);
+  const QRect icon = children[1]->Frame().geometry();
+  main.Arrange(kTileVertical);
+  EXPECT_EQ(children[1]->Frame().geometry(), icon);
+  EXPECT_FALSE(children[0]->Frame().geometry().intersects(icon));
+  main.Arrange(kCascade);
+  EXPECT_NE(children[0]->Frame().pos(), children[2]->Frame().pos());
+}
+
+TEST_F(Windows, StatesOfChildren) {
+  Child& child = main.Add("picture");
+  Child& other = main.Add("other");
+  const QRect place = other.Frame().geometry();
+  other.SetWindowState(kMaximised);
+  EXPECT_EQ(other.WindowState(), kMaximised);
+  EXPECT_EQ(main.Widget()->windowTitle(), " Zelvane");
+  EXPECT_EQ(other.Width(), main.Area().viewport()->width() * kTwips);
+  other.SetWindowState(kNormal);
+  EXPECT_EQ(other.Frame().geometry(), place);
+  EXPECT_EQ(other.Frame().windowTitle(), "other");
+  other.SetWindowState(kMinimised);
+  EXPECT_EQ(other.WindowState(), kMinimised);
+  child.Activate();
+  other.Activate();
+  EXPECT_EQ(other.WindowState(), kNormal);
+  EXPECT_EQ(main.ActiveForm(), &other);
+
+  Form early("Early");
+  early.SetWindowState(kMaximised);
+  early.Show();
+  EXPECT_TRUE(early.Widget()->isMaximized());
+}
+
+TEST_F(Windows, DisabledFormTakesNoInput) {
+  Child& child = main.Add("picture");
+  int keys = 0;
+  child.OnKeyDown = [&](int16_t, int16_t) { ++keys; };
+  main.SetEnabled(false);
+  QTest::keyClick(child.Widget(), Qt::Key_F2);
+  main.Widget()->close();
+  EXPECT_EQ(keys, 0);
+  EXPECT_TRUE(IsListed(&main));
+
+  Form owned("Owned", &main);
+  main.SetEnabled(true);
+  main.SetEnabled(false);
+  EXPECT_TRUE(owned.Widget()->isEnabled());
+}
+
+TEST_F(Windows, ProgramEndsFromTheMainWindowsClosing) {
+  Child& child = main.Add("picture");
+  int asked = 0, refusals = 1;
+  child.OnQueryUnload = [&](bool& cancel, UnloadModes) { cancel = refusals-- > 0; };
+  main.OnQueryUnload = [&](bool&, UnloadModes) { ++asked; };
+  main.OnUnload = EndProgram;
+  for (int times = 0; times < 2; ++times) Defer([&] { main.Widget()->close(); });
+  EXPECT_EQ(QApplication::exec(), 0);
+  EXPECT_EQ(asked, 2);
+  EXPECT_TRUE(Forms().empty());
+}
+
+TEST_F(Windows, MenusShowWhatIsEnabledAndShortcutsActAnyway) {
+  Menu edit(main, "mnuEdit", "&Edit"), cut(edit, "mnuCut", "Cut && go", "Ctrl+T"),
+      plain(edit, "mnuPlain", "Plain");
+  int opened = 0, cuts = 0;
+  edit.OnClick = [&] { ++opened; };
+  cut.OnClick = [&] { ++cuts; };
+  cut.SetEnabled(false);
+  plain.SetEnabled(false);
+  auto* entry = main.Widget()->findChild<QAction*>("mnuCut");
+  auto* menu = main.Widget()->findChild<QMenu*>("mnuEdit");
+  const auto press = [&] { QTest::keyClick(main.Widget(), Qt::Key_T, Qt::ControlModifier); };
+  main.Activate();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(main.Widget()));
+  press();
+  EXPECT_EQ(cuts, 1);
+  menu->popup(QPoint(0, 0));
+  EXPECT_EQ(opened, 1);
+  EXPECT_FALSE(entry->isEnabled());
+  EXPECT_FALSE(main.Widget()->findChild<QAction*>("mnuPlain")->isEnabled());
+  cut.SetEnabled(true);
+  EXPECT_TRUE(entry->isEnabled());
+  cut.SetEnabled(false);
+  menu->close();
+  edit.SetEnabled(false);
+  press();
+  EXPECT_EQ(cuts, 2) << "the menu had been open, and is disabled now";
+  edit.SetVisible(false);
+  press();
+  EXPECT_EQ(cuts, 2);
+}
+
+TEST_F(Windows, ChecksAreTheProgramsOwn) {
+  Menu view(main, "mnuView", "&View"), grid(view, "mnuGrid", "Grid");
+  auto* entry = main.Widget()->findChild<QAction*>("mnuGrid");
+  EXPECT_FALSE(entry->isCheckable());
+  grid.SetChecked(true);
+  entry->trigger();
+  EXPECT_TRUE(entry->isChecked());
+}
+
+TEST_F(Windows, WindowListNamesTheChildren) {
+  Menu window(main, "mnuWindow", "&Window"), first(window, "mnuTile", "Tile");
+  window.SetWindowList(true);
+  Child& one = main.Add("fish & chips");
+  main.Add("two");
+  auto* menu = main.Widget()->findChild<QMenu*>("mnuWindow");
+  for (int times = 0; times < 2; ++times) {
+    menu->popup(QPoint(0, 0));
+    ASSERT_EQ(menu->actions().size(), 4) << "the list doesn't pile up";
+    menu->close();
+  }
+  EXPECT_TRUE(menu->actions()[1]->isSeparator());
+  EXPECT_EQ(menu->actions()[2]->text(), "&1 fish && chips");
+  EXPECT_TRUE(menu->actions()[3]->isChecked());
+  menu->actions()[2]->trigger();
+  EXPECT_EQ(main.ActiveForm(), &one);
+}
+
+/// The answer to a message in which `act` is done once it shows.
+template <class Act>
+int16_t Answered(int buttons, Act&& act) {
+  QTimer::singleShot(0, qApp, [&] {
+    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    ASSERT_TRUE(box);
+    EXPECT_EQ(box->objectName(), "MessageBox");
+    act(*box);
+  });
+  return ShowMessage("<b>plain</b>", buttons, 2, 1, "Zelvane");
+}
+
+TEST_F(Windows, MessagesAnswerWithTheirCodes) {
+  const std::vector<int16_t> codes[] = {{1}, {1, 2}, {3, 4, 5}, {6, 7, 2}, {6, 7}, {4, 2}};
+  const QStringList captions = {"&OK", "Cancel", "&Abort", "&Retry", "&Ignore", "&Yes", "&No"};
+  for (int set = 0; set < 6; ++set) {
+    for (const int16_t code : codes[set]) {
+      EXPECT_EQ(Answered(set,
+                         [&](QMessageBox& box) {
+                           for (QAbstractButton* button : box.buttons()) {
+                             if (button->text() == captions[code - 1]) return button->click();
+                           }
+                           ADD_FAILURE() << "no button for " << code;
+                           box.close();
+                         }),
+                code);
+    }
+    EXPECT_EQ(Answered(set, [](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Escape); }), 2);
+    EXPECT_EQ(Answered(set, [](QMessageBox& box) { box.close(); }), 2);
+  }
+  EXPECT_EQ(Answered(4, [](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Return); }), 7) << "the default";
+}
+
+TEST_F(Windows, SystemColoursComeFromThePalette) {
+  const QPalette before = QApplication::palette();
+  QPalette other = before;
+  other.setColor(QPalette::Window, QColor(1, 2, 3));
+  QApplication::setPalette(other);
+  EXPECT_EQ(ToColor(ToPixel(SystemColor::ButtonFace)), RGB(1, 2, 3));
+  QApplication::setPalette(before);
+}
+
+}  // namespace
+}  // namespace zelvane

@@ -1,0 +1,285 @@
+#include "ui/NumberBox.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QClipboard>
+#include <QInputMethodEvent>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QTest>
+#include <QWidget>
+#include <string>
+
+namespace zelvane {
+namespace {
+
+class Window : public Control {
+ public:
+  Window() : Control(nullptr, "window", new QWidget) {
+    widget_->resize(300, 200);
+    widget_->show();
+    widget_->activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(widget_));
+  }
+};
+
+/// A box in a window, and another one for the keyboard to go to.
+class NumberBoxes : public testing::Test {
+ protected:
+  NumberBoxes() {
+    window_.SetScaleMode(Scale::Pixels);
+    box_.Move(0, 0, 100, 19);
+    other_.Move(0, 40, 100, 19);
+    other_.SetFocus();
+  }
+
+  void Make(const std::string& format, const std::string& value, bool positive_only = false) {
+    box_.SetFormat(format);
+    box_.SetPositiveOnly(positive_only);
+    box_.SetValue(value);
+    box_.OnChange = [this] { heard_ += NumberHeard() + " "; };
+  }
+  void Limit(double lowest, double highest) {
+    box_.SetMaxValue(highest);
+    box_.SetMinValue(lowest);
+    box_.SetUseMaxMinValues(true);
+  }
+  std::string NumberHeard() const { return QString::number(box_.Value()).toStdString(); }
+  QLineEdit& Entry() { return *qobject_cast<QLineEdit*>(box_.Entry().Widget()); }
+  std::string Text() { return Entry().text().toStdString(); }
+  void Type(const char* text) { QTest::keyClicks(&Entry(), text); }
+  void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+    QTest::keyClick(&Entry(), key, modifiers);
+  }
+  /// In the box alone, in place of what stood there.
+  std::string Typed(const char* text) {
+    box_.SetFocus();
+    Entry().clear();
+    Type(text);
+    return Text();
+  }
+  bool IsRight() { return Entry().alignment().testFlag(Qt::AlignRight); }
+
+  Window window_;
+  NumberBox box_{window_, "box"};
+  NumberBox other_{window_, "other"};
+  std::string heard_;
+};
+
+TEST_F(NumberBoxes, ShowTheMaskWithoutTheKeyboardAndTheBareNumberWithIt) {
+  EXPECT_EQ(Text(), "0.00");
+  Make("###,##0.00;(##,###.00)", "-1234.5");
+  EXPECT_EQ(Text(), "(1,234.50)");
+  EXPECT_TRUE(IsRight());
+  std::string order;
+  box_.OnGotFocus = [&] { order += "got " + Text() + " "; };
+  box_.OnLostFocus = [&] { order += "lost " + Text(); };
+  box_.SetFocus();
+  EXPECT_TRUE(box_.GotFocus());
+  EXPECT_EQ(Text(), "-1234.50");
+  EXPECT_EQ(Entry().selectedText(), "-1234.50");
+  EXPECT_FALSE(IsRight());
+  other_.SetFocus();
+  EXPECT_FALSE(box_.GotFocus());
+  EXPECT_EQ(Text(), "(1,234.50)");
+  EXPECT_TRUE(IsRight());
+  EXPECT_EQ(order, "got -1234.50 lost (1,234.50)");
+  EXPECT_EQ(heard_, "") << "showing it another way is no change";
+}
+
+TEST_F(NumberBoxes, TellEachChangeOfTheNumber) {
+  Make("##0 pixel(s)", "10", true);
+  Limit(1, 100);
+  box_.SetFocus();
+  Type("250");
+  EXPECT_EQ(heard_, "2 25 250 ");
+  other_.SetFocus();
+  EXPECT_EQ(Text(), "100 pixel(s)");
+  EXPECT_EQ(heard_, "2 25 250 100 ");
+  box_.SetFocus();
+  Key(Qt::Key_Delete);
+  EXPECT_EQ(box_.Value(), 0);
+  other_.SetFocus();
+  EXPECT_EQ(Text(), "1 pixel(s)");
+  EXPECT_EQ(heard_, "2 25 250 100 0 1 ");
+  box_.SetFocus();
+  Type("01");
+  EXPECT_EQ(heard_, "2 25 250 100 0 1 0 1 ");
+}
+
+TEST_F(NumberBoxes, AWrittenValueIsToldOnceMoreWhereGroupsPartItsDigits) {
+  Make("##0", "5");
+  box_.SetValue(7.0);
+  box_.SetValue(7.0);
+  EXPECT_EQ(heard_, "7 7 ");
+  Make("#,##0", "1");
+  heard_.clear();
+  box_.SetValue(1234.0);
+  EXPECT_EQ(heard_, "1234 1234 ");
+  heard_.clear();
+  box_.Highlight();
+  EXPECT_EQ(Text(), "1234");
+  EXPECT_EQ(Entry().selectedText(), "1234");
+  EXPECT_EQ(heard_, "1234 ");
+}
+
+TEST_F(NumberBoxes, TakeOnlyKeysThatMakeANumber) {
+  Make("##0.00", "0");
+  EXPECT_EQ(Typed("1a.2b.3 -"), "1.23");
+  EXPECT_EQ(Typed("-5"), "-5");
+  EXPECT_EQ(Typed("5-"), "5");
+  EXPECT_EQ(Typed("1234567"), "123456") << "as long as the mask";
+  Key(Qt::Key_Backspace);
+  EXPECT_EQ(Text(), "12345");
+  Entry().selectAll();
+  Type(".");
+  EXPECT_EQ(Text(), ".");
+  box_.SetFormat("##0");
+  EXPECT_EQ(Typed("1.2"), "12");
+  box_.SetPositiveOnly(true);
+  EXPECT_EQ(Typed("-12"), "12");
+}
+
+TEST_F(NumberBoxes, AFullBoxIsReplacedWhenAllIsSelected) {
+  Make("##0", "123");
+  box_.SetFocus();
+  Type("9");
+  EXPECT_EQ(Text(), "9");
+  Type("876");
+  EXPECT_EQ(Text(), "987");
+  Key(Qt::Key_A, Qt::ControlModifier);
+  Type("4");
+  EXPECT_EQ(Text(), "4");
+}
+
+TEST_F(NumberBoxes, PassKeysOnThatTheyAccept) {
+  Make("##0", "0");
+  std::string keys;
+  box_.OnKeyDown = [&](int16_t code, int16_t shift) {
+    keys += "d" + std::to_string(code + 1000 * shift) + " ";
+  };
+  box_.OnKeyPress = [&](int16_t& ascii) {
+    keys += "p" + std::to_string(ascii) + " ";
+    if (ascii == '7') ascii = '8';
+    if (ascii == '6') ascii = 0;
+  };
+  box_.OnKeyUp = [&](int16_t code, int16_t) { keys += "u" + std::to_string(code) + " "; };
+  box_.SetFocus();
+  Type("7x6");
+  EXPECT_EQ(keys, "d55 p55 u55 d88 u88 d54 p54 u54 ");
+  EXPECT_EQ(Text(), "8");
+  keys.clear();
+  Key(Qt::Key_Return);
+  Key(Qt::Key_Left);
+  EXPECT_EQ(keys, "d13 u13 d37 u37 ");
+}
+
+TEST_F(NumberBoxes, CopyCutAndPasteTheWholeText) {
+  Make("##0 %", "50", true);
+  box_.SetFocus();
+  Entry().setSelection(0, 1);
+  Key(Qt::Key_C, Qt::ControlModifier);
+  EXPECT_EQ(QApplication::clipboard()->text(), "50");
+  Key(Qt::Key_X, Qt::ControlModifier);
+  EXPECT_EQ(Text(), "");
+  EXPECT_EQ(heard_, "0 ");
+  QApplication::clipboard()->setText("-12 apples");
+  for (int time = 0; time < 2; ++time) {
+    Key(Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(Text(), "12 %");
+    EXPECT_EQ(Entry().selectedText(), "12 %");
+  }
+  EXPECT_EQ(heard_, "0 12 ");
+  QApplication::clipboard()->setText("12 %");
+  Key(Qt::Key_V, Qt::ControlModifier);
+  EXPECT_EQ(Text(), "12 %");
+}
+
+TEST_F(NumberBoxes, LeaveUndoToTheMenuAndFilterWhatAnInputMethodBrings) {
+  Make("###0", "0");
+  box_.SetFocus();
+  const auto claims = [this](Qt::Key key) {
+    QKeyEvent asked(QEvent::ShortcutOverride, key, Qt::ControlModifier);
+    asked.ignore();
+    QApplication::sendEvent(&Entry(), &asked);
+    return asked.isAccepted();
+  };
+  EXPECT_FALSE(claims(Qt::Key_Z));
+  EXPECT_TRUE(claims(Qt::Key_C));
+  QInputMethodEvent composed;
+  composed.setCommitString("1a2");
+  QApplication::sendEvent(&Entry(), &composed);
+  EXPECT_EQ(Text(), "12");
+}
+
+TEST_F(NumberBoxes, TheEntryTellsAndTakesASelection) {
+  TextBox text(window_, "text");
+  text.SetText("abcdef");
+  text.SetSelStart(2);
+  EXPECT_EQ(text.SelLength(), 0);
+  text.SetSelLength(3);
+  EXPECT_EQ(text.SelStart(), 2);
+  EXPECT_EQ(text.SelLength(), 3);
+  EXPECT_EQ(qobject_cast<QLineEdit*>(text.Widget())->selectedText(), "cde");
+}
+
+TEST_F(NumberBoxes, ALockedBoxRefusesAllKeys) {
+  Make("##0 %", "50");
+  box_.SetLocked(true);
+  box_.SetFocus();
+  EXPECT_EQ(Text(), "50 %");
+  EXPECT_TRUE(IsRight());
+  Type("7");
+  Key(Qt::Key_Backspace);
+  Key(Qt::Key_X, Qt::ControlModifier);
+  QApplication::clipboard()->setText("9");
+  Key(Qt::Key_V, Qt::ControlModifier);
+  other_.SetFocus();
+  EXPECT_EQ(Text(), "50 %");
+  EXPECT_EQ(heard_, "");
+}
+
+TEST_F(NumberBoxes, LimitsGiveWayToEachOtherAndReachTheValue) {
+  Make("##0", "50");
+  box_.SetMaxValue(100);
+  box_.SetMinValue(200);
+  EXPECT_EQ(box_.MinValue(), 100);
+  box_.SetMaxValue(20);
+  EXPECT_EQ(box_.MaxValue(), 999999.99);
+  EXPECT_EQ(box_.Value(), 50);
+  box_.SetUseMaxMinValues(true);
+  EXPECT_EQ(box_.Value(), 100);
+  box_.SetMinValue(0);
+  box_.SetMaxValue(30);
+  EXPECT_EQ(Text(), "30");
+  EXPECT_EQ(heard_, "100 30 ");
+}
+
+TEST_F(NumberBoxes, APressSelectsAllAndTheNextPlacesTheCaret) {
+  Make("##0", "123");
+  QTest::mouseClick(&Entry(), Qt::LeftButton, {}, QPoint(50, 9));
+  EXPECT_TRUE(box_.GotFocus());
+  EXPECT_EQ(Entry().selectedText(), "123");
+  QTest::mouseClick(&Entry(), Qt::LeftButton, {}, QPoint(80, 9));
+  EXPECT_EQ(Entry().selectedText(), "");
+}
+
+TEST_F(NumberBoxes, AreTheirEntryAndAtLeast19PixelsHigh) {
+  box_.Move(5, 6, 70, 10);
+  EXPECT_EQ(box_.Height(), 19);
+  EXPECT_EQ(Entry().size(), QSize(70, 19));
+  window_.SetScaleMode(Scale::Twips);
+  box_.Move(0, 0, 375, 100);
+  EXPECT_EQ(box_.Height(), 285);
+  EXPECT_EQ(Entry().size(), QSize(25, 19));
+  box_.SetAccessibleName("Width:");
+  EXPECT_EQ(Entry().accessibleName(), "Width:");
+  box_.SetEnabled(false);
+  EXPECT_FALSE(Entry().isEnabled());
+  box_.SetBackColor("&H000000FF&");
+  EXPECT_EQ(Entry().palette().color(QPalette::Base), QColor(255, 0, 0));
+}
+
+}  // namespace
+}  // namespace zelvane
