@@ -146,7 +146,7 @@ void OptionBarsWindow::FillBars() {
   Row(*this, kMagnifyingTool).Text("Zoom:").Put(comboZoom, 84).Gap();
   Row(*this, kGradientTool).Text("Angle:").Put(lblAngle, 56).Gap();
   Row(*this, kAirbrushTool).Number(2).Number(0);
-  Row(*this, kRectangleTool).Number(5).Group(Cmd).Put(RoundCorners, 140).Gap();
+  Row(*this, kRectangleTool).Number(5).Group(Cmd).Put(RoundCorners, static_cast<int>(RoundCorners.Width()));
   Row(*this, kCircleTool).Number(6).Group(Cmd2);
   Row(*this, kBrightenTool).Number(3).Number(1).Group(Cmd4);
   Row(*this, kBlurTool).Number(8);

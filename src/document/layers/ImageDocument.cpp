@@ -12,6 +12,8 @@ using Frame = PictureSurface::Frame;
 using Shape = ShapeOverlay::Shape;
 using Style = ShapeOverlay::Style;
 
+constexpr int16_t kScrollStep = 24;  // units of the view
+
 MdiForm& MainWindow() {
   for (Form* form : Forms())
     if (auto* window = dynamic_cast<MdiForm*>(form)) return *window;
@@ -40,6 +42,7 @@ ImageDocument::ImageDocument()
       CropArea(PaintArea, Shape::Rectangle, Style::Dotted),
       DrawBox(PaintArea, Shape::Rectangle),
       DrawCircle(PaintArea, Shape::Oval),
+      BrushOutline(PaintArea, Shape::Oval),
       FollowLine(PaintArea),
       Temp(PaintArea),
       Temp2(PaintArea),
@@ -56,6 +59,7 @@ ImageDocument::ImageDocument()
   OnResize = [this] { Form_Resize(); };
   for (ScrollBar* bar : {&HScroll1, &VScroll1}) {
     bar->OnChange = bar->OnScroll = [this] { Scrolled(); };
+    bar->SetSmallChange(kScrollStep);
     bar->OnGotFocus = [this] { PaintArea.Refresh(), PaintArea.SetFocus(); };
   }
   TextInput.OnKeyDown = TextInput.OnKeyUp = [this](int16_t, int16_t) { TextInput_Key(); };

@@ -3,7 +3,7 @@
 namespace zelvane {
 namespace {
 
-constexpr int kReadOutWidth = 92, kReadOutHeight = 26;
+constexpr int kReadOutWidth = 88, kReadOutHeight = 26;
 constexpr int kRowHeight = 20, kNameWidth = 86, kInfoWidth = 146;
 
 }  // namespace

@@ -1,11 +1,13 @@
 #include "document/window/frmPaint.h"
 
 #include <cmath>
+#include <utility>
 
 #include "document/layers/ReadOuts.h"
 #include "document/window/ClosePicture.h"
 #include "imageops/Undo.h"
 #include "surface/raster/FailingStep.h"
+#include "tools/BrushOutline.h"
 #include "tools/EyedropperTool.h"
 #include "tools/OptionBars.h"
 #include "tools/SimplePaints.h"
@@ -23,6 +25,12 @@ Single Centred(Single position, double zoom) {
 /// The image column or row of a centred position.
 std::optional<int16_t> ImagePosition(Single centred, double zoom) {
   return ToInt16(centred / zoom * 100);
+}
+
+constexpr Single kNotch = 72;  // units of the view
+
+void ScrollBy(ScrollBar& bar, Single notches) {
+  With(ToInt16(bar.Value() - notches * kNotch), [&](int16_t value) { bar.SetValue(value); });
 }
 
 std::string Pair(int16_t a, const char* between, int16_t b) {
@@ -43,6 +51,10 @@ frmPaint::frmPaint() {
   PaintArea.OnMouseUp = [this](int16_t Button, int16_t, Single X, Single Y) {
     PaintArea_MouseUp(Button, X, Y);
   };
+  PaintArea.OnMouseWheel = [this](int16_t Shift, Single X, Single Y, Single across, Single along) {
+    PaintArea_MouseWheel(Shift, X, Y, across, along);
+  };
+  PaintArea.OnMouseLeave = [this] { BrushOutline.SetVisible(false); };
   PaintArea.OnGotFocus = [this] { PaintArea_GotFocus(); };
 }
 
@@ -85,9 +97,15 @@ void frmPaint::PaintArea_MouseMove(Single X, Single Y) {
   }
   ShowCoords(X, Y);
   ShowPointer();
+  ShowReach(X, Y);
   if (State.CurrentTool != kEyedropperTool) return;
   const auto column = static_cast<Single>(Centred(X, Zoom) / Zoom * 100);
   ShowPixelInfo(Buffer, column, static_cast<Single>(Centred(Y, Zoom) / Zoom * 100));
+}
+
+void frmPaint::ShowReach(Single X, Single Y) {
+  const auto column = ImagePosition(Centred(X, Zoom), Zoom), row = ImagePosition(Centred(Y, Zoom), Zoom);
+  if (column && row) ShowBrushOutline(*this, *column, *row);
 }
 
 void frmPaint::ShowArea(Single X, Single Y) {
@@ -119,15 +137,29 @@ void frmPaint::PaintArea_MouseUp(int16_t Button, Single X, Single Y) {
   if (State.CurrentTool == kSelectAreaTool) Dirty = was_dirty;
 }
 
-/// The left button goes one step nearer, the right one away.
-void frmPaint::Magnify(int16_t Button) {
+/// The left button goes one step nearer, the right one away. False: there's no further step.
+bool frmPaint::Magnify(int16_t Button) {
   if (Button == kLeftButton && Zoom < kLargestZoom)
     Zoom += 100;
   else if (Button == kRightButton && Zoom > kSmallestZoom)
     Zoom -= 100;
   else
-    return;
+    return false;
   ShowZoomInBox();
+  return true;
+}
+
+/// Scrolls; with Ctrl zooms by a step as a click of the Magnifying tool would, but not in the middle of a
+/// stroke.
+void frmPaint::PaintArea_MouseWheel(int16_t Shift, Single X, Single Y, Single across, Single along) {
+  if (Shift == kCtrl) {
+    const double w = PaintArea.ScaleWidth(), h = PaintArea.ScaleHeight();
+    if (!Down && along != 0 && Magnify(along > 0 ? kLeftButton : kRightButton)) Relay(Y / h, X / w);
+    return;
+  }
+  if (Shift == kShift) std::swap(across, along);
+  ScrollBy(HScroll1, across);
+  ScrollBy(VScroll1, along);
 }
 
 void frmPaint::EndStroke(int16_t Button, Single X, Single Y) {

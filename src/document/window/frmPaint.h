@@ -20,15 +20,17 @@ class frmPaint final : public ImageDocument {
   void PaintArea_MouseMove(Single X, Single Y);
   void PaintArea_MouseUp(int16_t Button, Single X, Single Y);
   void PaintArea_GotFocus();
+  void PaintArea_MouseWheel(int16_t Shift, Single X, Single Y, Single across, Single along);
   void Form_KeyDown(int16_t KeyCode, int16_t Shift);
 
   void EndStroke(int16_t Button, Single X, Single Y);
-  void Magnify(int16_t Button);
+  bool Magnify(int16_t Button);
   void Relay(double vertical, double horizontal);
   void ShowZoomInBox();
   void ShowArea(Single X, Single Y);
   void ShowCoords(Single X, Single Y);
   void ShowPointer();
+  void ShowReach(Single X, Single Y);
   void PaintAt(Single X, Single Y);
 };
 

@@ -8,7 +8,11 @@
 namespace zelvane {
 
 CheckBox::CheckBox(Control& parent, const std::string& name, const std::string& caption)
-    : Control(&parent, name, new QCheckBox(ToQt(caption), parent.Widget())) {}
+    : Control(&parent, name, new QCheckBox(ToQt(caption), parent.Widget())) {
+  const QSize size = widget_->sizeHint();
+  width_ = static_cast<Single>(size.width() * UnitsPerPixel());
+  height_ = static_cast<Single>(size.height() * UnitsPerPixel());
+}
 
 int16_t CheckBox::Value() const {
   return widget_ && static_cast<QCheckBox*>(widget_)->isChecked() ? 1 : 0;

@@ -6,7 +6,7 @@
 
 namespace zelvane {
 
-/// A box with a check mark and a caption.
+/// A box with a check mark and a caption, at first as large as they need.
 class CheckBox : public Control {
  public:
   CheckBox(Control& parent, const std::string& name, const std::string& caption);

@@ -110,6 +110,10 @@ class Control {
   /// a double click is a press where there is no `OnDblClick`.
   PointerEvent OnMouseDown, OnMouseMove, OnMouseUp;
   std::function<void()> OnClick, OnDblClick;
+  /// The pointer has left the control.
+  std::function<void()> OnMouseLeave;
+  /// Notches of the wheel, away from the user and to the left above 0; fractions on fine wheels.
+  std::function<void(int16_t Shift, Single X, Single Y, Single Across, Single Down)> OnMouseWheel;
   KeyEvent OnKeyDown, OnKeyUp;
   std::function<void()> OnGotFocus, OnLostFocus;
 

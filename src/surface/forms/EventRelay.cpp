@@ -4,6 +4,7 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMouseEvent>
+#include <QWheelEvent>
 #include <cmath>
 
 #include "surface/forms/Conversions.h"
@@ -71,6 +72,11 @@ bool EventRelay::eventFilter(QObject* watched, QEvent* event) {
     case QEvent::MouseButtonRelease:
       if (enabled) Release(static_cast<const QMouseEvent&>(*event));
       break;
+    case QEvent::Leave:
+      Fire(control_.OnMouseLeave);
+      break;
+    case QEvent::Wheel:
+      return enabled && Wheel(static_cast<const QWheelEvent&>(*event));
     case QEvent::KeyPress:
     case QEvent::KeyRelease:
       if (enabled) return Key(static_cast<const QKeyEvent&>(*event));
@@ -89,6 +95,19 @@ bool EventRelay::eventFilter(QObject* watched, QEvent* event) {
       break;
   }
   return !standing || !widget_;
+}
+
+/// A notch is 120 in the toolkit's units of an eighth of a degree.
+bool EventRelay::Wheel(const QWheelEvent& event) {
+  if (!control_.OnMouseWheel) return false;
+  const int frame = control_.FrameWidth();
+  const auto place = [frame](double pixels) {
+    return static_cast<Single>(std::floor(pixels) - frame + 0.49);
+  };
+  const auto notches = [](int units) { return static_cast<Single>(units) / 120; };
+  Fire(control_.OnMouseWheel, ShiftOf(event.modifiers()), place(event.position().x()),
+       place(event.position().y()), notches(event.angleDelta().x()), notches(event.angleDelta().y()));
+  return true;
 }
 
 void EventRelay::Press(const QMouseEvent& event) {

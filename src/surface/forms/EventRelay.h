@@ -8,6 +8,7 @@
 
 class QKeyEvent;
 class QMouseEvent;
+class QWheelEvent;
 
 namespace zelvane {
 
@@ -35,6 +36,7 @@ class EventRelay : public QObject {
  private:
   void Press(const QMouseEvent& event);
   void Release(const QMouseEvent& event);
+  bool Wheel(const QWheelEvent& event);
   bool Key(const QKeyEvent& event);
   void Point(const Control::PointerEvent& handler, int button, const QMouseEvent& event);
   bool IsPassedOn() const;

@@ -11,6 +11,11 @@
 #include "surface/forms/Toolkit.h"
 
 namespace zelvane {
+namespace {
+
+constexpr int kCorners = 5;
+
+}  // namespace
 
 ChildArea::ChildArea(QWidget* parent) : QMdiArea(parent) {
   setActivationOrder(ActivationHistoryOrder);
@@ -46,27 +51,22 @@ void ChildArea::Forget(const QMdiSubWindow& child) {
 void ChildArea::Place(const Newcomer& newcomer) {
   QMdiSubWindow& child = *newcomer.child;
   if (child.isMaximized() || child.isMinimized()) return;
-  const QSize room = viewport()->size();
   const QSize asked = WithFrame(child, newcomer.inside);
+  const QPoint corner = newcomer.keeps_place ? child.pos() : NextCorner();
+  const QSize room = viewport()->size() - QSize(corner.x(), corner.y());
   const auto side = [](int inside, int whole, int rooms) {
-    return inside > 0 && whole <= rooms ? whole : rooms * 2 / 3;
+    return inside > 0 ? std::min(whole, rooms) : rooms * 2 / 3;
   };
   const QSize size(side(newcomer.inside.width(), asked.width(), room.width()),
                    side(newcomer.inside.height(), asked.height(), room.height()));
   child.resize(size.expandedTo(child.minimumSizeHint()));
-  if (!newcomer.keeps_place) child.move(NextCorner(child.size()));
+  child.move(corner);
   LayOutChild(child);
 }
 
-/// Corners run down the area's diagonal by the height of a title bar, as long as the window fits.
-QPoint ChildArea::NextCorner(QSize size) {
-  const int step = style()->pixelMetric(QStyle::PM_TitleBarHeight) + 4;
-  const auto fits = [&] {
-    return cascade_ * step + size.width() <= viewport()->width() &&
-           cascade_ * step + size.height() <= viewport()->height();
-  };
-  if (!fits()) cascade_ = 0;
-  const int at = step * cascade_++;
+/// A few corners down the area's diagonal, a title bar apart, over and over.
+QPoint ChildArea::NextCorner() {
+  const int at = (style()->pixelMetric(QStyle::PM_TitleBarHeight) + 4) * (cascade_++ % kCorners);
   return QPoint(at, at);
 }
 
@@ -94,7 +94,7 @@ void ChildArea::Cascade() {
   cascade_ = 0;
   for (QMdiSubWindow* child : children) {
     child->resize((room.size() * 2 / 3).expandedTo(child->minimumSizeHint()));
-    child->move(NextCorner(child->size()));
+    child->move(NextCorner());
   }
 }
 

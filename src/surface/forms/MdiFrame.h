@@ -54,7 +54,7 @@ class ChildArea : public QMdiArea {
     bool keeps_place;
   };
   void Place(const Newcomer& newcomer);
-  QPoint NextCorner(QSize size);
+  QPoint NextCorner();
   void ShadeBackground();
   QRect Restored(const QList<QMdiSubWindow*>& children, std::vector<QMdiSubWindow*>& normal);
 

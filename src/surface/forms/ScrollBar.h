@@ -6,7 +6,7 @@
 
 namespace zelvane {
 
-/// A scroll bar from 0 to `Max`.
+/// A scroll bar from 0 to `Max`, at first as thick as the desktop's.
 class ScrollBar : public Control {
  public:
   enum class Direction { Horizontal, Vertical };
