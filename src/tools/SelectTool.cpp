@@ -36,6 +36,14 @@ void Choose(ButtonGroup& group, int16_t& option, PressedFlags& pressed, int16_t 
   group.Draw(index, ButtonLook::Pressed);
 }
 
+/// Buttons on a bar that isn't seen need nobody to look after them.
+void RunHoverTimers() {
+  frmControls->CmdTimer.SetEnabled(State.CurrentTool == kRectangleTool);
+  frmControls->CircleTimer.SetEnabled(State.CurrentTool == kCircleTool);
+  frmControls->BrushTimer.SetEnabled(State.CurrentTool == kPenTool);
+  frmControls->LightTimer.SetEnabled(State.CurrentTool == kBrightenTool);
+}
+
 }  // namespace
 
 void SelectTool(int16_t index) {
@@ -48,6 +56,7 @@ void SelectTool(int16_t index) {
   if (document) ShowPointer(*document);
   if (document && State.CurrentTool != kTextTool) DropText(*document);
   UnClickButton();
+  RunHoverTimers();
 }
 
 /// The old button on the Circle bar goes idle with the next tick of its timer.

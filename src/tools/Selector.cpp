@@ -169,9 +169,6 @@ void WireOptionBars() {
   frmControls->CircleTimer.OnTimer = [] { frmControls->Cmd2.Hover(State.OptionButtonDown); };
   frmControls->BrushTimer.OnTimer = [] { frmControls->Cmd3.Hover(State.OptionButton3Down); };
   frmControls->LightTimer.OnTimer = [] { frmControls->Cmd4.Hover(State.OptionButton4Down); };
-  for (IntervalTimer* timer : {&frmControls->CmdTimer, &frmControls->CircleTimer, &frmControls->BrushTimer,
-                               &frmControls->LightTimer})
-    timer->SetEnabled(true);
 }
 
 }  // namespace zelvane

@@ -7,6 +7,8 @@
 #include <QPointer>
 #include <QStyle>
 #include <QStyleOptionFrame>
+#include <algorithm>
+#include <cmath>
 #include <utility>
 
 #include "surface/forms/Conversions.h"
@@ -192,16 +194,16 @@ void TextBox::SetLocked(bool locked) {
   if (auto* box = qobject_cast<QLineEdit*>(widget_)) box->setReadOnly(locked);
 }
 
+/// One guess from the present width, since each font size that is tried has to be loaded.
 void TextBox::FitFont(const std::string& text) {
   const auto* line = dynamic_cast<LineBox*>(widget_);
   if (!line) return;
   constexpr double kStep = 0.5;
   QFont font = widget_->font();
-  const auto overflows = [&] {
-    return QFontMetrics(font).horizontalAdvance(ToQt(text)) > line->RoomForText();
-  };
-  for (double size = font.pointSizeF(); size > kSmallestFont && overflows(); size -= kStep)
-    font.setPointSizeF(size - kStep);
+  const int room = line->RoomForText(), needed = QFontMetrics(font).horizontalAdvance(ToQt(text));
+  if (needed <= room) return;
+  const double fitting = std::floor(font.pointSizeF() * room / needed / kStep) * kStep;
+  font.setPointSizeF(std::max(fitting, kSmallestFont));
   widget_->setFont(font);
 }
 

@@ -42,6 +42,10 @@ std::string GetSetting(const std::string& application, const std::string& sectio
 void SaveSetting(const std::string& application, const std::string& section, const std::string& key,
                  const std::string& value) {
   QSettings& store = StoreOf(application);
+  store.sync();
+  // A file that says so already isn't written anew, which would wait for the disk.
+  const QVariant written = store.value(PathOf(section, key));
+  if (written.isValid() && written.toString() == QString::fromStdString(value)) return;
   store.setValue(PathOf(section, key), QString::fromStdString(value));
   store.sync();
 }
