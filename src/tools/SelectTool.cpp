@@ -11,15 +11,6 @@
 namespace zelvane {
 namespace {
 
-void ShowPointer(ImageDocument& document) {
-  if (State.CurrentTool == kCursorTool) {
-    document.PaintArea.SetMousePointer(kPointerDefault);
-    return;
-  }
-  document.PaintArea.SetMouseIcon(&frmControls->MyCursor[static_cast<size_t>(State.CurrentTool)]);
-  document.PaintArea.SetMousePointer(kPointerCustom);
-}
-
 /// Text that was being typed is dropped.
 void DropText(ImageDocument& document) {
   document.TextInput.SetText("");
@@ -46,6 +37,15 @@ void RunHoverTimers() {
 
 }  // namespace
 
+void ShowToolPointer(ImageDocument& document) {
+  if (State.CurrentTool == kCursorTool) {
+    document.PaintArea.SetMousePointer(kPointerDefault);
+    return;
+  }
+  document.PaintArea.SetMouseIcon(&frmControls->MyCursor[static_cast<size_t>(State.CurrentTool)]);
+  document.PaintArea.SetMousePointer(kPointerCustom);
+}
+
 void SelectTool(int16_t index) {
   const int16_t old = State.CurrentTool;
   Choose(ToolButtons->Cmd, State.CurrentTool, State.ToolButtonDown, index);
@@ -53,7 +53,7 @@ void SelectTool(int16_t index) {
   if (old != index) frmControls->DrawToolbar[old].SetVisible(false);
   frmControls->DrawToolbar[index].SetVisible(true);
   ImageDocument* document = ActiveDocument();
-  if (document) ShowPointer(*document);
+  if (document) ShowToolPointer(*document);
   if (document && State.CurrentTool != kTextTool) DropText(*document);
   UnClickButton();
   RunHoverTimers();

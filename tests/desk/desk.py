@@ -222,6 +222,14 @@ class Desk:
     def wait_for_pixel(self, place, colour):
         wait_for("%s at %s of the screen" % (colour, place), lambda: self.screen().at(*place) == colour)
 
+    def read_picture(self, path):
+        """The file at `path` as ImageMagick reads it."""
+        size = self.ask("identify", "-format", "%w %h", path).split()
+        check(len(size) == 2, f"{path} is no picture")
+        pixels = subprocess.run(["/usr/bin/convert", path, "-depth", "8", "rgb:-"], stdin=subprocess.DEVNULL,
+                                capture_output=True, check=True).stdout
+        return Picture(int(size[0]), int(size[1]), pixels)
+
     def expect_picture(self, path, expected):
         """The file at `path`, read by ImageMagick, shows `expected` to the pixel."""
         wanted = self.path("expected.ppm")
@@ -237,9 +245,7 @@ class Desk:
         for source, name in ((path, "got.png"), (wanted, "expected.png"), (self.path("difference.png"), None)):
             if os.path.exists(source):
                 self.ask("/usr/bin/convert", source, os.path.join(self.failures, name or "difference.png"))
-        pixels = subprocess.run(["/usr/bin/convert", path, "-depth", "8", "rgb:-"], stdin=subprocess.DEVNULL,
-                                capture_output=True, check=True).stdout
-        got = Picture(expected.width, expected.height, pixels)
+        got = self.read_picture(path)
         place = got.first_difference(expected)
         if place is None:
             raise Failure(f"{path} differs: {compared.stderr.strip()}")
@@ -322,6 +328,21 @@ class Program:
         return wait_for(f'a control named "{name}"',
                         lambda: self.controls(lambda control: control.name() == name, within))[0]
 
+    def entry(self, name):
+        """The entry of that name that is seen, once there is one; its caption may have the same name."""
+        return wait_for(f'an entry named "{name}"', lambda: self.controls(
+            lambda control: control.name() == name and control.role() == "text"))[0]
+
+    def enter(self, name, *keys):
+        """Clicks into an entry, once it stands still, and presses keys there once it has the keyboard; returns
+        it."""
+        entry = self.entry(name)
+        wait_for(f'"{name}" in front', self.in_front)
+        self.desk.click(*entry.settled().centre())
+        wait_for(f'the keyboard in "{name}"', entry.has_keyboard)
+        self.desk.key(*keys)
+        return entry
+
     def shows(self, text):
         """Whether a control whose name holds `text` is seen now."""
         return bool(self.controls(lambda control: text in control.name()))
@@ -376,6 +397,22 @@ class Control:
     def seen(self):
         states = _asked(self.node.get_state_set)
         return bool(states) and states.contains(self.program.desk.atspi.StateType.SHOWING)
+
+    def has_keyboard(self):
+        self.node.clear_cache()
+        states = _asked(self.node.get_state_set)
+        return bool(states) and states.contains(self.program.desk.atspi.StateType.FOCUSED)
+
+    def text(self):
+        """What an entry holds now."""
+        return _asked(self.program.desk.atspi.Text.get_text, self.node, 0, -1)
+
+    def wait_for_text(self, text):
+        wait_for(f'the text "{text}" in "{self.name()}"', lambda: self.text() == text)
+
+    def parent(self):
+        node = _asked(self.node.get_parent)
+        return Control(self.program, node) if node else None
 
     def rect(self):
         """(x, y, width, height) on the screen."""

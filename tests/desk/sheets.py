@@ -5,10 +5,10 @@ from pictures import Picture
 
 
 class Sheet:
-    """The document whose caption is `caption`, showing `picture` at 100 %."""
+    """The document whose caption is `caption`, showing `picture`; each pixel takes `zoom` by `zoom` of the screen's."""
 
-    def __init__(self, desk, program, caption, picture):
-        self.desk, self.program, self.picture = desk, program, picture
+    def __init__(self, desk, program, caption, picture, zoom=1):
+        self.desk, self.program, self.picture, self.zoom = desk, program, picture, zoom
         program.find(caption)
         self.canvas = wait_for(f'the picture of "{caption}"', lambda: self._canvas(caption))
 
@@ -19,9 +19,9 @@ class Sheet:
         return None
 
     def place(self, x, y):
-        """Where the screen shows pixel (x, y) at 100 %, beside the frame of one pixel and with nothing scrolled."""
+        """Where the screen shows the middle of pixel (x, y), beside the frame of one pixel."""
         left, top, _, _ = self.canvas.rect()
-        return left + 1 + x, top + 1 + y
+        return left + 1 + x * self.zoom + self.zoom // 2, top + 1 + y * self.zoom + self.zoom // 2
 
     def wait_until_shown(self):
         """Until the screen shows the picture's first pixels; a plain window in front of them doesn't."""
@@ -55,12 +55,16 @@ class Sheet:
         return min(xs), min(ys), max(xs), max(ys)
 
 
-def open_places(desk, name, width=200, height=150):
+def open_picture(desk, name, picture):
     """A picture file of that name in the desk's folder, the program started with it, and its sheet."""
-    picture = Picture.telling_places(width, height)
     path = desk.path(name)
     picture.write(path)
     program = desk.start(path)
     sheet = Sheet(desk, program, f"{path} - 100%", picture)
     sheet.wait_until_shown()
     return path, program, sheet
+
+
+def open_places(desk, name, width=200, height=150):
+    """The same with a picture that tells places."""
+    return open_picture(desk, name, Picture.telling_places(width, height))

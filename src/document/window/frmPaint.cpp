@@ -10,6 +10,7 @@
 #include "tools/BrushOutline.h"
 #include "tools/EyedropperTool.h"
 #include "tools/OptionBars.h"
+#include "tools/SelectTool.h"
 #include "tools/SimplePaints.h"
 
 namespace zelvane {
@@ -96,7 +97,7 @@ void frmPaint::PaintArea_MouseMove(Single X, Single Y) {
     ShowArea(X, Y);
   }
   ShowCoords(X, Y);
-  ShowPointer();
+  ShowToolPointer(*this);
   ShowReach(X, Y);
   if (State.CurrentTool != kEyedropperTool) return;
   const auto column = static_cast<Single>(Centred(X, Zoom) / Zoom * 100);
@@ -119,15 +120,6 @@ void frmPaint::ShowCoords(Single X, Single Y) {
   const auto column = Zoom == 100 ? ToInt16(X) : ImagePosition(Centred(X, Zoom), Zoom);
   const auto row = Zoom == 100 ? ToInt16(Y) : ImagePosition(Centred(Y, Zoom), Zoom);
   if (column && row) ReadOuts->lblCoords.SetCaption(Pair(*column, ", ", *row));
-}
-
-void frmPaint::ShowPointer() {
-  if (State.CurrentTool == kCursorTool) {
-    PaintArea.SetMousePointer(kPointerDefault);
-    return;
-  }
-  PaintArea.SetMouseIcon(&frmControls->MyCursor[static_cast<size_t>(State.CurrentTool)]);
-  PaintArea.SetMousePointer(kPointerCustom);
 }
 
 void frmPaint::PaintArea_MouseUp(int16_t Button, Single X, Single Y) {

@@ -29,7 +29,6 @@ class frmPaint final : public ImageDocument {
   void ShowZoomInBox();
   void ShowArea(Single X, Single Y);
   void ShowCoords(Single X, Single Y);
-  void ShowPointer();
   void ShowReach(Single X, Single Y);
   void PaintAt(Single X, Single Y);
 };

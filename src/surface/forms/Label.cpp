@@ -51,7 +51,7 @@ void Label::SetForeColor(Color color) {
 
 void Label::SetBorder(bool border) {
   if (!widget_) return;
-  Text(widget_)->setFrameStyle(border ? QFrame::Box | QFrame::Plain : QFrame::NoFrame);
+  Text(widget_)->setFrameStyle(border ? QFrame::Panel | QFrame::Sunken : QFrame::NoFrame);
   Text(widget_)->setLineWidth(1);
   FitToText();
 }
