@@ -66,6 +66,7 @@ void ShowPicture(ImageDocument& document, Bitmap picture, const std::string& pat
   document.Show();
   document.Form_Resize();
   RefreshPaintArea(document.Buffer);
+  document.PaintArea.SetFocus();
 }
 
 }  // namespace
