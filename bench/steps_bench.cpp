@@ -449,6 +449,7 @@ void StartProgram() {
 bool HasRoom() {
   LargeSheet large;
   SmallSheet small;
+  for (Sheet* s : {static_cast<Sheet*>(&large), static_cast<Sheet*>(&small)}) { auto r = s->Document().Back.Widget()->visibleRegion().boundingRect(); std::fprintf(stderr, "DBG %d %d main %d %d area %g %g back %g %g pos %g\n", r.width(), r.height(), MainForm->Widget()->width(), MainForm->Widget()->height(), MainForm->ScaleWidth(), MainForm->ScaleHeight(), s->Document().Back.Width(), s->Document().Back.Height(), s->Document().Left()); }
   return large.IsInView(kViewWidth, kViewHeight) && small.IsInView(kSmallSide, kSmallSide);
 }
 

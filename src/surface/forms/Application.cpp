@@ -24,7 +24,9 @@ constexpr int kIconDelay = 150;
 
 void FillSystemColors(const QPalette& palette) {
   const auto tell = [](Color color, const QColor& shade) { SetSystemPixel(color.value & 0x1F, shade.rgb()); };
-  tell(SystemColor::ScrollBar, palette.color(QPalette::Button).darker(108));
+  // The face of what is pressed: a shade off the buttons', to the side that has room for it.
+  const QColor button = palette.color(QPalette::Button);
+  tell(SystemColor::ScrollBar, button.lightness() < 128 ? button.lighter(150) : button.darker(108));
   tell(SystemColor::ActiveCaption, palette.color(QPalette::Highlight));
   tell(SystemColor::WindowBackground, palette.color(QPalette::Base));
   tell(SystemColor::WindowText, palette.color(QPalette::Text));
