@@ -107,9 +107,9 @@ Sheet::Sheet(int width, int height, int view_width, int view_height, Single left
   ZoomTo(1);
 }
 
-/// Whether all of the viewport is on the screen, in that size at least.
+/// Whether the view is on the screen in that size at least.
 bool Sheet::IsInView(int view_width, int view_height) {
-  const QRect seen = document_.Back.Widget()->visibleRegion().boundingRect();
+  const QRect seen = document_.PaintArea.Widget()->visibleRegion().boundingRect();
   return seen.width() >= view_width && seen.height() >= view_height;
 }
 
@@ -449,7 +449,6 @@ void StartProgram() {
 bool HasRoom() {
   LargeSheet large;
   SmallSheet small;
-  for (Sheet* s : {static_cast<Sheet*>(&large), static_cast<Sheet*>(&small)}) { auto r = s->Document().Back.Widget()->visibleRegion().boundingRect(); std::fprintf(stderr, "DBG %d %d main %d %d area %g %g back %g %g pos %g\n", r.width(), r.height(), MainForm->Widget()->width(), MainForm->Widget()->height(), MainForm->ScaleWidth(), MainForm->ScaleHeight(), s->Document().Back.Width(), s->Document().Back.Height(), s->Document().Left()); }
   return large.IsInView(kViewWidth, kViewHeight) && small.IsInView(kSmallSide, kSmallSide);
 }
 

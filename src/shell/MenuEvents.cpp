@@ -63,7 +63,7 @@ void Close_Click() {
 }
 
 void Manager_Click() {
-  StartProgram(kSiblingProgram, {});
+  StartProgram(AbsolutePath(kSiblingProgram), {});
 }
 
 void Splash_Click() {

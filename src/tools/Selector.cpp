@@ -127,11 +127,8 @@ void CmdDropDown_Click(int16_t index) {
   DrawDropDown(index, true);
   PlaceWindow(index);
   PlaceHandle(index);
-  With(ToInt16(OptionOf(index).Value), [&](int16_t whole) {
-    const double value = OptionOf(index).Value;
-    frmControls->pixelSelector[index].SetValue(whole);
-    OptionOf(index).Value = value;
-  });
+  With(ToInt16(OptionOf(index).Value),
+       [&](int16_t whole) { frmControls->pixelSelector[index].SetValue(whole); });
   frmSelector->Window.SetTag(std::to_string(index));
   frmSelector->Window.BringToFront();
   frmSelector->Window.SetVisible(true);

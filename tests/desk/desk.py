@@ -398,9 +398,13 @@ class Control:
         states = _asked(self.node.get_state_set)
         return bool(states) and states.contains(self.program.desk.atspi.StateType.SHOWING)
 
-    def has_keyboard(self):
+    def renewed(self):
+        """Itself, with what is known of it asked anew."""
         self.node.clear_cache()
-        states = _asked(self.node.get_state_set)
+        return self
+
+    def has_keyboard(self):
+        states = _asked(self.renewed().node.get_state_set)
         return bool(states) and states.contains(self.program.desk.atspi.StateType.FOCUSED)
 
     def text(self):

@@ -1,22 +1,8 @@
 """A picture is opened, painted on at two zooms, undone and saved."""
 
-import os
-
 from desk import RIGHT, check, main, wait_for
 from pictures import BLACK, WHITE
-from sheets import open_places
-
-
-def stamp(path):
-    facts = os.stat(path)
-    return facts.st_ino, facts.st_mtime_ns
-
-
-def save(program, path):
-    """Ctrl+S, until another file stands at `path`."""
-    before = stamp(path)
-    program.key("ctrl+s")
-    wait_for("the saved file", lambda: stamp(path) != before)
+from sheets import open_places, save
 
 
 def pen_at_100(desk):

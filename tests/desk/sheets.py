@@ -1,5 +1,7 @@
 """A document on the desk: where its pixels are on the screen."""
 
+import os
+
 from desk import LEFT, Failure, wait_for
 from pictures import Picture
 
@@ -68,3 +70,15 @@ def open_picture(desk, name, picture):
 def open_places(desk, name, width=200, height=150):
     """The same with a picture that tells places."""
     return open_picture(desk, name, Picture.telling_places(width, height))
+
+
+def stamp(path):
+    facts = os.stat(path)
+    return facts.st_ino, facts.st_mtime_ns
+
+
+def save(program, path):
+    """Ctrl+S, until another file stands at `path`."""
+    before = stamp(path)
+    program.key("ctrl+s")
+    wait_for("the saved file", lambda: stamp(path) != before)

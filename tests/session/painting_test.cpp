@@ -55,6 +55,57 @@ TEST_F(Painting, StrokesLandOnThePixelThatThePointerShowsAtEveryZoom) {
   }
 }
 
+TEST_F(Painting, PositionsRoundHalvesToEven) {
+  Open();
+  const auto dot_at = [this](Single x, int zoom) {
+    ZoomTo(zoom);
+    Document().Buffer.SetImage(Bitmap(60, 40, kPaper));
+    Document().PaintArea.OnMouseDown(kLeftButton, 0, x, 5);
+    Document().PaintArea.OnMouseUp(kLeftButton, 0, x, 5);
+    for (int column = 0; column < 60; ++column)
+      for (int row = 0; row < 40; ++row)
+        if (Document().Buffer.GetPixel(column, row) == kBlack) return column;
+    return -1;
+  };
+  EXPECT_EQ(dot_at(10.0F, 1), 10);
+  EXPECT_EQ(dot_at(11.0F, 1), 10);
+  EXPECT_EQ(dot_at(11.1F, 1), 11);
+  EXPECT_EQ(dot_at(21.0F, 2), 10);
+  EXPECT_EQ(dot_at(22.0F, 2), 10);
+  EXPECT_EQ(dot_at(22.2F, 2), 11);
+}
+
+TEST_F(Painting, ABarKeepsItsRangeWhereThePictureNeedsMoreThanItHas) {
+  Open(5000, 10);
+  ZoomTo(6);
+  const frmPaint& document = Document();
+  const int16_t max = document.HScroll1.Max();
+  EXPECT_EQ(max, 30002 - document.Back.Width());
+  ZoomTo(8);
+  EXPECT_EQ(document.PaintArea.Width(), 40002);
+  EXPECT_EQ(document.HScroll1.Max(), max);
+}
+
+TEST_F(Painting, TheWheelScrollsAndZoomsWithCtrlButNotDuringAStroke) {
+  Open(2000, 1500);
+  frmPaint& document = Document();
+  const auto wheel = [&](int16_t shift, Single notches) {
+    document.PaintArea.OnMouseWheel(shift, 100, 100, 0, notches);
+  };
+  wheel(0, -2);
+  EXPECT_GT(document.VScroll1.Value(), 0);
+  wheel(0, 50);
+  EXPECT_EQ(document.VScroll1.Value(), 0);
+  wheel(kShift, -1);
+  EXPECT_GT(document.HScroll1.Value(), 0);
+  wheel(kCtrl, 1);
+  EXPECT_EQ(document.Zoom, 200);
+  Press(10, 10);
+  wheel(kCtrl, 1);
+  EXPECT_EQ(document.Zoom, 200);
+  Release(10, 10);
+}
+
 TEST_F(Painting, FreehandJoinsEventsAndTheRightButtonPaintsInTheBackgroundColour) {
   Open();
   Press(5, 5);
