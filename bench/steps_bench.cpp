@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
+#include <cstdint>
 #include <cstdio>
 #include <cstring>
 #include <random>
@@ -26,8 +27,8 @@
 /// environment names. Pointer events go to the view of a picture of 4000 x 3000 in a viewport of 1000 x 700.
 ///
 /// `painted_ms` is real time until the display has what was painted, `cpu_ms` the processor time of the
-/// program alone; a `ratio` is of processor times, as others on the machine don't count in them. A step that
-/// painted nothing fails its benchmark.
+/// program alone, `painted_px` how many pixels of the view were painted; a `ratio` is of processor times, as
+/// others on the machine don't count in them. A step that painted nothing fails its benchmark.
 namespace zelvane {
 namespace {
 
@@ -41,18 +42,20 @@ double WallSeconds() {
   return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
 }
 
-/// Counts the paintings of a widget.
+/// Counts what of a widget is painted.
 class PaintCounter : public QObject {
  public:
   explicit PaintCounter(QWidget& widget) { widget.installEventFilter(this); }
-  int Count() const { return count_; }
+  int64_t Pixels() const { return pixels_; }
 
  private:
   bool eventFilter(QObject*, QEvent* event) override {
-    if (event->type() == QEvent::Paint && !static_cast<QPaintEvent*>(event)->region().isEmpty()) ++count_;
+    if (event->type() != QEvent::Paint) return false;
+    for (const QRect& part : static_cast<QPaintEvent*>(event)->region())
+      pixels_ += int64_t{part.width()} * part.height();
     return false;
   }
-  int count_ = 0;
+  int64_t pixels_ = 0;
 };
 
 /// A document of its own that is on the screen.
@@ -68,7 +71,8 @@ class Sheet {
   Sheet& operator=(const Sheet&) = delete;
 
   frmPaint& Document() { return document_; }
-  int Paintings() const { return counter_.Count(); }
+  /// Pixels of the view that were painted so far.
+  int64_t Painted() const { return counter_.Pixels(); }
   void ZoomTo(int multiple);
   bool IsInView(int view_width, int view_height);
 
@@ -140,14 +144,15 @@ class Measured {
   template <class Step>
   double Run(benchmark::State& state, Sheet& sheet, Step&& step) {
     QGuiApplication::sync();
-    const int paintings = sheet.Paintings();
+    const int64_t painted = sheet.Painted();
     const double start = WallSeconds(), thread_start = ratio::ThreadSeconds();
     step();
     sheet.Document().PaintArea.Update();
     thread_.push_back(ratio::ThreadSeconds() - thread_start);
     QGuiApplication::sync();
     wall_.push_back(WallSeconds() - start);
-    if (sheet.Paintings() == paintings) state.SkipWithError("nothing was painted");
+    pixels_.push_back(static_cast<double>(sheet.Painted() - painted));
+    if (pixels_.back() == 0) state.SkipWithError("nothing was painted");
     return wall_.back();
   }
 
@@ -155,10 +160,11 @@ class Measured {
   void Show(benchmark::State& state) {
     state.counters["painted_ms"] = ratio::Median(wall_) * 1e3;
     state.counters["cpu_ms"] = Thread() * 1e3;
+    state.counters["painted_px"] = ratio::Median(pixels_);
   }
 
  private:
-  std::vector<double> thread_, wall_;
+  std::vector<double> thread_, wall_, pixels_;
 };
 
 /// `step` in turn with `back`, which isn't measured, until the benchmark has enough.

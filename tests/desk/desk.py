@@ -18,7 +18,7 @@ import traceback
 
 from pictures import Picture
 
-DEADLINE = 90
+DEADLINE = 20
 SCREEN = (1280, 1024)
 LEFT, MIDDLE, RIGHT = 1, 2, 3
 
@@ -340,7 +340,8 @@ class Program:
         wait_for(f'"{name}" in front', self.in_front)
         self.desk.click(*entry.settled().centre())
         wait_for(f'the keyboard in "{name}"', entry.has_keyboard)
-        self.desk.key(*keys)
+        if keys:
+            self.desk.key(*keys)
         return entry
 
     def shows(self, text):

@@ -114,7 +114,7 @@ TEST_F(Windows, SingleWindowIsMadeAnew) {
   struct Tool : Form {
     Tool() : Form("Tool") {}
   };
-  SingleWindow<Tool> tool;
+  static SingleWindow<Tool> tool;  // like every named window, it outlives its form
   EXPECT_FALSE(tool.IsLoaded());
   tool->SetTag("first");
   tool->Show();
