@@ -11,6 +11,7 @@
 #include <cstring>
 #include <random>
 #include <utility>
+#include <vector>
 
 #include "Ratio.h"
 #include "colour/ColorPanel.h"

@@ -41,21 +41,24 @@ bool IsStrip(const LineCopy& copy, const Canvas& target) {
          EndsOutside(copy.x2, copy.y2, copy.x1, copy.y1, target);
 }
 
-/// A fraction that is stepped from row to row: `whole` + `rest` / divisor.
+/// A column that is stepped from row to row, in units of 2^-40 pixel.
+///
+/// It starts half a divisor's share above the exact value. A gradient's lines are shorter than 2^19 and a
+/// surface has less than 2^15 rows, so what is cut off at each step never adds up to that share, nor does the
+/// share ever reach the next whole number: the whole part is always that of the exact fraction.
 struct Stepper {
-  int32_t whole = 0, rest = 0;
+  static constexpr int kFraction = 40;
+  int64_t value = 0;
 
-  static Stepper At(int64_t numerator, int64_t divisor) {
+  /// A fraction, cut off below.
+  static int64_t Fixed(int64_t numerator, int64_t divisor) {
     const int64_t whole = FloorDivided(numerator, divisor);
-    return {static_cast<int32_t>(whole), static_cast<int32_t>(numerator - whole * divisor)};
+    return (whole << kFraction) + ((numerator - whole * divisor) << kFraction) / divisor;
   }
-  void Add(const Stepper& step, int32_t divisor) {
-    whole += step.whole;
-    rest += step.rest;
-    const bool carries = rest >= divisor;
-    whole += carries ? 1 : 0;
-    rest -= carries ? divisor : 0;
+  static Stepper At(int64_t numerator, int64_t divisor) {
+    return {Fixed(numerator, divisor) + (int64_t{1} << (kFraction - 1)) / divisor};
   }
+  int Whole() const { return static_cast<int>(value >> kFraction); }
 };
 
 /// A strip three pixels wide round an endless line, walked down row by row. With A and B the line's extent
@@ -72,17 +75,17 @@ class Strip {
     reach_ = IntegerRoot(9 * (across_ * across_ + down_ * down_) / 4);
     FindRows(width, height);
     if (first_row_ <= last_row_ && down_ > 0) FindColumns();
-    if (down_ == 0) right_.whole = width;
+    if (down_ == 0) right_.value = int64_t{width} << Stepper::kFraction;
   }
 
   Pixel Paint() const { return pixel_; }
   int FirstRow() const { return first_row_; }
   int LastRow() const { return last_row_; }
-  int Left() const { return left_.whole; }
-  int Right() const { return right_.whole; }
+  int Left() const { return left_.Whole(); }
+  int Right() const { return right_.Whole(); }
   void NextRow() {
-    left_.Add(step_, divisor_);
-    right_.Add(step_, divisor_);
+    left_.value += step_;
+    right_.value += step_;
   }
 
  private:
@@ -104,14 +107,13 @@ class Strip {
     const int64_t middle = (first_row_ - y_) * across_ + x_ * down_;
     left_ = Stepper::At(middle - reach_ + down_ - 1, down_);
     right_ = Stepper::At(middle + reach_, down_);
-    step_ = Stepper::At(across_, down_);
-    divisor_ = static_cast<int32_t>(down_);
+    step_ = Stepper::Fixed(across_, down_);
   }
 
   int64_t x_, y_, across_, down_, reach_;
   int first_row_ = 0, last_row_ = -1;
-  Stepper left_, right_, step_;
-  int32_t divisor_ = 1;
+  Stepper left_, right_;
+  int64_t step_ = 0;
   Pixel pixel_;
 };
 
