@@ -18,7 +18,7 @@ import traceback
 
 from pictures import Picture
 
-DEADLINE = 20
+DEADLINE = 90
 SCREEN = (1280, 1024)
 LEFT, MIDDLE, RIGHT = 1, 2, 3
 
