@@ -248,6 +248,25 @@ TEST_F(Painting, ASmallPictureIsCentredAtEveryZoomThatFits) {
   }
 }
 
+TEST_F(Painting, TheViewFillsTheWindowInEveryState) {
+  Open(2000, 1500);
+  frmPaint& document = Document();
+  const auto expect_filled = [&](const char* state) {
+    QApplication::processEvents();
+    EXPECT_EQ(document.Back.Width() + document.VScroll1.Width(), document.ScaleWidth()) << state;
+    EXPECT_EQ(document.Back.Height() + document.HScroll1.Height(), document.ScaleHeight()) << state;
+    return document.ScaleWidth();
+  };
+  const Single normal = expect_filled("normal");
+  document.SetWidth(3000);
+  EXPECT_LT(expect_filled("narrow"), normal);
+  document.SetWindowState(kMaximised);
+  EXPECT_GE(expect_filled("maximised"), normal);
+  document.SetWindowState(kMinimised);
+  document.SetWindowState(kNormal);
+  EXPECT_EQ(expect_filled("normal again"), 200);
+}
+
 TEST_F(Painting, TheScreenShowsThePixelOfTheUnitAfterScrollingAndPainting) {
   Open(300, 200);
   ZoomTo(3);

@@ -92,6 +92,7 @@ void Form::Engine::ShowWindow() {
     is_placed_ = true;
     main_->frame_->HoldActivation(true);
   }
+  is_coming_up_ = true;
   const int16_t state = coming_state_;
   if (state == kMinimised) {
     Outer().showMinimized();
@@ -100,6 +101,7 @@ void Form::Engine::ShowWindow() {
   } else {
     Outer().show();
   }
+  is_coming_up_ = false;
   Resized();
   if (frame_) main_->frame_->HoldActivation(false);
 }
@@ -114,7 +116,7 @@ void Form::Engine::HideWindow() {
 void Form::Engine::Resized() {
   Follow();
   // While the window is coming up its parts don't have their sizes yet; it's told once they have.
-  if (!inside_->isVisible() || inside_->size() == told_size_) return;
+  if (is_coming_up_ || !inside_->isVisible() || inside_->size() == told_size_) return;
   told_size_ = inside_->size();
   FireEvent(form_.OnResize);
 }
@@ -128,6 +130,7 @@ bool Form::Engine::eventFilter(QObject* watched, QEvent* event) {
       event->setAccepted(form_.Enabled() && form_.Unload(kUnloadByUser));
       return true;
     case QEvent::Resize:
+    case QEvent::Show:  // the toolkit resizes a child to the whole room while it's hidden
       if (watched == inside_) Resized();
       return false;
     case QEvent::Move:

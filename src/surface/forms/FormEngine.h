@@ -46,6 +46,7 @@ class Form::Engine : public QObject {
   QPointer<QMdiSubWindow> frame_;
   MdiForm* main_ = nullptr;
   QSize told_size_;
+  bool is_coming_up_ = false;
   /// The state to show the window in, while it is hidden.
   int16_t coming_state_ = kNormal;
   bool is_placed_ = false;
