@@ -205,8 +205,9 @@ class BlurSurface {
 std::vector<int> ReachesOf(int radius) {
   std::vector<int> reaches;
   reaches.reserve(static_cast<size_t>(radius) + 1);
-  for (int dx = 0; dx <= radius; ++dx) {
-    reaches.push_back(static_cast<int>(IntegerRoot(radius * radius - dx * dx)));
+  for (int dx = 0, reach = radius; dx <= radius; ++dx) {
+    while (dx * dx + reach * reach > radius * radius) --reach;
+    reaches.push_back(reach);
   }
   return reaches;
 }
