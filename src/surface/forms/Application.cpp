@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QIcon>
 #include <QPalette>
+#include <QProxyStyle>
 #include <QTimerEvent>
 #include <deque>
 #include <utility>
@@ -47,6 +48,16 @@ QIcon ProgramIcon() {
   return icon;
 }
 
+/// The desktop's style, but for one icon: that of the button for what a menu bar has no room for. Every menu
+/// bar asks for it when it's made, and the desktop's would have all readers of pictures loaded at the start.
+class Style : public QProxyStyle {
+ public:
+  QIcon standardIcon(StandardPixmap which, const QStyleOption* option, const QWidget* widget) const override {
+    if (which == SP_ToolBarHorizontalExtensionButton) return QIcon(IconArt("dropdown", 16, 1));
+    return QProxyStyle::standardIcon(which, option, widget);
+  }
+};
+
 /// Steps that wait for their turn of the event loop. They come from a timer, as posted events would all be
 /// run in one turn, even those that the running ones post.
 class StepQueue : public QObject {
@@ -79,6 +90,7 @@ class Program : public QApplication {
     setApplicationName("Zelvane");
     setDesktopFileName("zelvane");
     setQuitOnLastWindowClosed(false);
+    setStyle(new Style);
     FillSystemColors(palette());
   }
   ~Program() override { current = nullptr; }
