@@ -7,6 +7,7 @@
 #include "shell/MainForm.h"
 #include "surface/system/Files.h"
 #include "tools/OptionBars.h"
+#include "tools/Options.h"
 #include "tools/Selector.h"
 #include "tools/ToolButtons.h"
 

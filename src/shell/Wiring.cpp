@@ -5,6 +5,7 @@
 #include "document/window/frmPaint.h"
 #include "shell/MainForm.h"
 #include "tools/OptionBars.h"
+#include "tools/Options.h"
 #include "tools/SelectTool.h"
 #include "tools/Selector.h"
 #include "tools/ToolButtons.h"

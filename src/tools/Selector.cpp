@@ -6,7 +6,6 @@
 #include "surface/raster/FailingStep.h"
 #include "surface/system/Screen.h"
 #include "tools/OptionBars.h"
-#include "tools/SimplePaints.h"
 
 namespace zelvane {
 namespace {
@@ -141,31 +140,6 @@ void WireSelector() {
   WireDrag(
       frmSelector->ScrollBlock, [](Single X) { Assign(frmSelector->GrabOffset, ToInt16(X)); }, Block_Drag);
   frmSelector->ScrollBlock.OnLostFocus = UnClickButton;
-}
-
-void FillOptions() {
-  FillOptionTable();
-  for (int i = 0; i < kOptionCount; ++i) {
-    NumberBox& box = frmControls->pixelSelector[i];
-    box.SetMaxValue(OptionOf(i).Max);
-    box.SetMinValue(OptionOf(i).Min);
-    box.SetValue(OptionOf(i).Value);
-    box.SetUseMaxMinValues(true);
-    DrawDropDown(i, false);
-  }
-}
-
-void WireOptionBars() {
-  for (int16_t i = 0; i < kOptionCount; ++i) {
-    frmControls->pixelSelector[i].OnChange = [i] {
-      OptionOf(i).Value = frmControls->pixelSelector[i].Value();
-    };
-    frmControls->CmdDropDown[i].OnClick = [i] { CmdDropDown_Click(i); };
-  }
-  frmControls->CmdTimer.OnTimer = [] { frmControls->Cmd.Hover(State.OptionButtonDown); };
-  frmControls->CircleTimer.OnTimer = [] { frmControls->Cmd2.Hover(State.OptionButtonDown); };
-  frmControls->BrushTimer.OnTimer = [] { frmControls->Cmd3.Hover(State.OptionButton3Down); };
-  frmControls->LightTimer.OnTimer = [] { frmControls->Cmd4.Hover(State.OptionButton4Down); };
 }
 
 }  // namespace zelvane

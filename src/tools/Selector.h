@@ -34,9 +34,4 @@ int16_t ClampHandle(int16_t position);
 /// Takes the value of the handle's place into the option and its box.
 void ApplySlider();
 
-/// Fills the tool settings and gives the boxes their limits and values.
-void FillOptions();
-/// Makes the controls of the option bars do what they are for.
-void WireOptionBars();
-
 }  // namespace zelvane

@@ -50,10 +50,4 @@ void ApplyTool(PictureSurface& Surface, int16_t X, int16_t Y, double Zoom, bool 
   Attempt([&] { RunTool(stroke); });
 }
 
-void FillOptionTable() {
-  constexpr ToolOption kPressure{0, 100, 50}, kSize{1, 100, 10}, kBorder{1, 100, 1}, kEraser{1, 100, 5};
-  State.OptionTable = {kPressure, kPressure, kSize, kSize,   kBorder, kBorder,
-                       kBorder,   kSize,     kSize, kEraser, {},      {}};
-}
-
 }  // namespace zelvane

@@ -9,7 +9,4 @@ namespace zelvane {
 /// Writes neither `Dirty` nor the undo layer.
 void ApplyTool(PictureSurface& Surface, int16_t X, int16_t Y, double Zoom, bool Down);
 
-/// The numeric tool settings as they are at start.
-void FillOptionTable();
-
 }  // namespace zelvane
