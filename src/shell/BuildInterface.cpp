@@ -3,6 +3,7 @@
 #include <cctype>
 
 #include "colour/ColorBars.h"
+#include "document/layers/InfoPanel.h"
 #include "document/layers/ReadOuts.h"
 #include "shell/MainForm.h"
 #include "surface/system/Files.h"

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "colour/ColorBars.h"
+#include "document/layers/InfoPanel.h"
 #include "document/layers/ReadOuts.h"
 #include "shell/BuildInterface.h"
 #include "shell/MenuEvents.h"

@@ -4,7 +4,6 @@ namespace zelvane {
 namespace {
 
 constexpr int kReadOutWidth = 88, kReadOutHeight = 26;
-constexpr int kRowHeight = 20, kNameWidth = 86, kInfoWidth = 146;
 
 }  // namespace
 
@@ -20,34 +19,6 @@ ReadOutControls::ReadOutControls(Control& TopBar)
   lblCoords.SetAlignment(kAlignRight);
   lblArea.SetToolTip("Distance from the press");
   lblCoords.SetToolTip("Position of the pointer");
-}
-
-InfoFrameControls::InfoFrameControls(Control& RightBar)
-    : Split(RightBar, "SplitH(6)"),
-      InfoFrame(RightBar, "InfoFrame"),
-      lblHeading(InfoFrame, "lblHeading", "Image Information"),
-      IWidth(InfoFrame, "IWidth"),
-      IHeight(InfoFrame, "IHeight"),
-      IBits(InfoFrame, "IBits"),
-      iType(InfoFrame, "iType") {
-  InfoFrame.SetBackColor(SystemColor::ButtonFace);
-  InfoFrame.Move(2, 132, kInfoWidth, 5 * kRowHeight);
-  Split.Move(2, 126, kInfoWidth, 2);
-  lblHeading.Move(8, 0, kInfoWidth - 8, kRowHeight);
-  lblHeading.SetFontBold(true);
-  Label* const values[] = {&IHeight, &IWidth, &IBits, &iType};
-  const char* const names[] = {"Height:", "Width:", "Bits per pixel:", "Type:"};
-  for (int row = 0; row < 4; ++row) {
-    const auto top = static_cast<Single>((row + 1) * kRowHeight);
-    lblNames.Add(InfoFrame, "lblName", names[row]).Move(8, top, kNameWidth, kRowHeight);
-    values[row]->Move(8 + kNameWidth, top, kInfoWidth - 8 - kNameWidth, kRowHeight);
-  }
-  SetVisible(false);
-}
-
-void InfoFrameControls::SetVisible(bool visible) {
-  InfoFrame.SetVisible(visible);
-  Split.SetVisible(visible);
 }
 
 }  // namespace zelvane

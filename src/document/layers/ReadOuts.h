@@ -18,18 +18,4 @@ struct ReadOutControls {
 /// Stands while the main window does.
 inline std::unique_ptr<ReadOutControls> ReadOuts;
 
-/// The facts of the file behind the active document; hidden without one.
-struct InfoFrameControls {
-  explicit InfoFrameControls(Control& RightBar);
-
-  PictureSurface Split;  ///< the separator above the frame
-  PictureSurface InfoFrame;
-  Label lblHeading;
-  ControlArray<Label> lblNames;
-  Label IWidth, IHeight, IBits, iType;
-
-  void SetVisible(bool visible);
-};
-inline std::unique_ptr<InfoFrameControls> InfoPanel;
-
 }  // namespace zelvane

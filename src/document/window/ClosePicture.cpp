@@ -1,6 +1,6 @@
 #include "document/window/ClosePicture.h"
 
-#include "document/layers/ReadOuts.h"
+#include "document/layers/InfoPanel.h"
 #include "document/window/SavePicture.h"
 #include "shell/state/State.h"
 #include "ui/MsgBox.h"

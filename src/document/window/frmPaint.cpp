@@ -3,6 +3,7 @@
 #include <cmath>
 #include <utility>
 
+#include "document/layers/InfoPanel.h"
 #include "document/layers/ReadOuts.h"
 #include "document/window/ClosePicture.h"
 #include "imageops/Undo.h"

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <memory>
+
+#include "surface/forms/Label.h"
+#include "surface/forms/PictureSurface.h"
+
+namespace zelvane {
+
+/// The facts of the file behind the active document; hidden without one.
+struct InfoFrameControls {
+  explicit InfoFrameControls(Control& RightBar);
+
+  PictureSurface Split;  ///< the separator above the frame
+  PictureSurface InfoFrame;
+  Label lblHeading;
+  ControlArray<Label> lblNames;
+  Label IWidth, IHeight, IBits, iType;
+
+  void SetVisible(bool visible);
+};
+
+/// Stands while the main window does.
+inline std::unique_ptr<InfoFrameControls> InfoPanel;
+
+}  // namespace zelvane
