@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "surface/system/Files.h"
-#include "surface/system/PictureFile.h"
+#include "surface/system/files/Files.h"
+#include "surface/system/files/PictureFile.h"
 
 /// Saving a picture against writing and syncing the same bytes. TMPDIR tells the folder, which should be on a
 /// real disk.

@@ -19,7 +19,7 @@
 #include "imageops/Undo.h"
 #include "shell/Main.h"
 #include "shell/MainForm.h"
-#include "surface/forms/Application.h"
+#include "surface/forms/windows/Application.h"
 #include "tools/OptionBars.h"
 #include "tools/SelectTool.h"
 #include "tools/SimplePaints.h"

@@ -2,7 +2,7 @@
 #include <cstdint>
 #include <cstdlib>
 
-#include "surface/system/PictureDecoder.h"
+#include "surface/codecs/PictureDecoder.h"
 
 /// Any bytes, as if they were a picture file. What comes out must be a picture within the limit, opaque
 /// everywhere.

@@ -5,8 +5,8 @@
 #include <memory>
 #include <optional>
 
-#include "surface/forms/Label.h"
-#include "surface/forms/PictureSurface.h"
+#include "surface/forms/controls/Label.h"
+#include "surface/forms/picture/PictureSurface.h"
 #include "ui/NumberBox.h"
 
 namespace zelvane {

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "surface/system/PictureFile.h"
+#include "surface/system/files/PictureFile.h"
 
 namespace zelvane {
 

@@ -5,7 +5,7 @@
 #include <QRect>
 #include <QScreen>
 
-#include "surface/system/Screen.h"
+#include "surface/system/desktop/Screen.h"
 
 namespace zelvane {
 

@@ -6,7 +6,7 @@
 #include "document/layers/InfoPanel.h"
 #include "document/layers/ReadOuts.h"
 #include "shell/MainForm.h"
-#include "surface/system/Files.h"
+#include "surface/system/files/Files.h"
 #include "tools/OptionBars.h"
 #include "tools/Options.h"
 #include "tools/Selector.h"

@@ -1,7 +1,7 @@
 #include <string>
 
 #include "shell/Main.h"
-#include "surface/forms/Application.h"
+#include "surface/forms/windows/Application.h"
 
 int main(int argc, char** argv) {
   zelvane::Application application(argc, argv);

@@ -3,10 +3,10 @@
 #include "shell/MainForm.h"
 #include "shell/state/Settings.h"
 #include "shell/state/State.h"
-#include "surface/forms/Application.h"
-#include "surface/system/Clock.h"
-#include "surface/system/Files.h"
-#include "surface/system/Programs.h"
+#include "surface/forms/windows/Application.h"
+#include "surface/system/desktop/Clock.h"
+#include "surface/system/desktop/Programs.h"
+#include "surface/system/files/Files.h"
 
 namespace zelvane {
 namespace {

@@ -11,7 +11,7 @@
 #include "shell/frmMonitor.h"
 #include "shell/state/RecentFiles.h"
 #include "shell/state/Settings.h"
-#include "surface/forms/Application.h"
+#include "surface/forms/windows/Application.h"
 #include "surface/raster/FailingStep.h"
 #include "tools/SelectTool.h"
 #include "tools/Selector.h"

@@ -2,9 +2,9 @@
 
 #include "components/SysInfo.h"
 #include "shell/MainMenu.h"
-#include "surface/forms/Label.h"
-#include "surface/forms/PictureSurface.h"
-#include "surface/forms/Timer.h"
+#include "surface/forms/controls/Label.h"
+#include "surface/forms/controls/Timer.h"
+#include "surface/forms/picture/PictureSurface.h"
 
 namespace zelvane {
 

@@ -4,7 +4,7 @@
 #include <memory>
 #include <vector>
 
-#include "surface/forms/Menu.h"
+#include "surface/forms/windows/Menu.h"
 
 namespace zelvane {
 

@@ -5,10 +5,10 @@
 #include "shell/state/RecentFiles.h"
 #include "shell/state/Settings.h"
 #include "shell/state/State.h"
-#include "surface/forms/Application.h"
-#include "surface/system/Clipboard.h"
-#include "surface/system/Files.h"
-#include "surface/system/Programs.h"
+#include "surface/forms/windows/Application.h"
+#include "surface/system/desktop/Clipboard.h"
+#include "surface/system/desktop/Programs.h"
+#include "surface/system/files/Files.h"
 
 namespace zelvane {
 namespace {

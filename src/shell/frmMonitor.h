@@ -1,6 +1,6 @@
 #pragma once
 
-#include "surface/forms/Form.h"
+#include "surface/forms/windows/Form.h"
 
 namespace zelvane {
 

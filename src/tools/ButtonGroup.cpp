@@ -1,6 +1,6 @@
 #include "tools/ButtonGroup.h"
 
-#include "surface/system/Screen.h"
+#include "surface/system/desktop/Screen.h"
 
 namespace zelvane {
 namespace {

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "surface/forms/PictureSurface.h"
+#include "surface/forms/picture/PictureSurface.h"
 
 namespace zelvane {
 

@@ -4,12 +4,12 @@
 #include <vector>
 
 #include "shell/state/State.h"
-#include "surface/forms/CheckBox.h"
-#include "surface/forms/ComboBox.h"
-#include "surface/forms/Form.h"
-#include "surface/forms/Label.h"
-#include "surface/forms/PictureSurface.h"
-#include "surface/forms/Timer.h"
+#include "surface/forms/controls/CheckBox.h"
+#include "surface/forms/controls/ComboBox.h"
+#include "surface/forms/controls/Label.h"
+#include "surface/forms/controls/Timer.h"
+#include "surface/forms/picture/PictureSurface.h"
+#include "surface/forms/windows/Form.h"
 #include "tools/ButtonGroup.h"
 #include "ui/NumberBox.h"
 

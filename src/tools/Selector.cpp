@@ -4,7 +4,7 @@
 
 #include "shell/state/State.h"
 #include "surface/raster/FailingStep.h"
-#include "surface/system/Screen.h"
+#include "surface/system/desktop/Screen.h"
 #include "tools/OptionBars.h"
 
 namespace zelvane {

@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <memory>
 
-#include "surface/forms/Form.h"
-#include "surface/forms/PictureSurface.h"
+#include "surface/forms/picture/PictureSurface.h"
+#include "surface/forms/windows/Form.h"
 
 namespace zelvane {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "surface/forms/PictureSurface.h"
+#include "surface/forms/picture/PictureSurface.h"
 
 namespace zelvane {
 

@@ -1,6 +1,6 @@
 #include "ui/MsgBox.h"
 
-#include "surface/forms/Dialogs.h"
+#include "surface/forms/windows/Dialogs.h"
 
 namespace zelvane {
 

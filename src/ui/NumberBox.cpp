@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "surface/forms/Label.h"
-#include "surface/forms/Toolkit.h"
-#include "surface/system/Clipboard.h"
+#include "surface/forms/controls/Label.h"
+#include "surface/forms/controls/Toolkit.h"
+#include "surface/system/desktop/Clipboard.h"
 #include "ui/NumberMask.h"
 
 namespace zelvane {

@@ -4,8 +4,8 @@
 #include <functional>
 #include <string>
 
-#include "surface/forms/Panel.h"
-#include "surface/forms/TextBox.h"
+#include "surface/forms/controls/Panel.h"
+#include "surface/forms/controls/TextBox.h"
 
 namespace zelvane {
 

@@ -17,6 +17,7 @@ ROOMS = [
     ("surface/raster/*", "surface/raster", 1),
     ("surface/forms/*", "surface/forms", 2),
     ("surface/system/*", "surface/system", 2),
+    ("surface/codecs/*", "surface/codecs", 2),
     ("components/*", "components", 3),
     ("ui/*", "ui", 3),
     ("shell/state/*", "shell/state", 4),
@@ -25,6 +26,9 @@ ROOMS = [
     ("tools/OptionBars*", "tools panels", 4),
     ("tools/ToolButtons.*", "tools panels", 4),
     ("tools/ButtonGroup.*", "tools panels", 4),
+    ("imageops/effects/*", "imageops/effects", 7),
+    ("selection/clipboard/*", "selection/clipboard", 7),
+    ("files/icons/*", "files/icons", 7),
     ("files/*", "files", 4),
     ("document/layers/*", "document/layers routines", 5),
     ("colour/*", "colour", 5),
@@ -32,9 +36,9 @@ ROOMS = [
     ("selection/*", "selection", 5),
     ("tools/*", "tools", 5),
     ("document/window/*", "document/window", 6),
-    ("shell/Main.*", "shell/Main", 8),
-    ("shell/EntryPoint.*", "shell/Main", 8),
-    ("shell/*", "shell", 7),
+    ("shell/Main.*", "shell/Main", 9),
+    ("shell/EntryPoint.*", "shell/Main", 9),
+    ("shell/*", "shell", 8),
 ]
 
 # Rooms that may include the toolkit's headers.

@@ -10,7 +10,7 @@
 #include "shell/Main.h"
 #include "shell/MainForm.h"
 #include "shell/state/RecentFiles.h"
-#include "surface/forms/Application.h"
+#include "surface/forms/windows/Application.h"
 
 using namespace zelvane;
 

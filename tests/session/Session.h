@@ -12,7 +12,7 @@
 
 #include "document/window/frmPaint.h"
 #include "shell/state/State.h"
-#include "surface/forms/Menu.h"
+#include "surface/forms/windows/Menu.h"
 
 /// A run of the whole program with an empty store of settings, driven by real events.
 class Session : public testing::Test {

@@ -13,17 +13,17 @@
 #include <string>
 #include <vector>
 
-#include "surface/forms/ComboBox.h"
-#include "surface/forms/Form.h"
-#include "surface/forms/Label.h"
-#include "surface/forms/MdiForm.h"
-#include "surface/forms/Overlay.h"
-#include "surface/forms/PictureSurface.h"
-#include "surface/forms/PictureView.h"
-#include "surface/forms/PixelPaint.h"
-#include "surface/forms/ScrollBar.h"
-#include "surface/forms/TextBox.h"
-#include "surface/forms/Timer.h"
+#include "surface/forms/controls/ComboBox.h"
+#include "surface/forms/controls/Label.h"
+#include "surface/forms/controls/ScrollBar.h"
+#include "surface/forms/controls/TextBox.h"
+#include "surface/forms/controls/Timer.h"
+#include "surface/forms/picture/Overlay.h"
+#include "surface/forms/picture/PictureSurface.h"
+#include "surface/forms/picture/PictureView.h"
+#include "surface/forms/picture/PixelPaint.h"
+#include "surface/forms/windows/Form.h"
+#include "surface/forms/windows/MdiForm.h"
 
 namespace zelvane {
 namespace {

@@ -12,10 +12,10 @@
 #include <QTimer>
 #include <algorithm>
 
-#include "surface/forms/Application.h"
-#include "surface/forms/Dialogs.h"
-#include "surface/forms/Menu.h"
-#include "surface/forms/PictureSurface.h"
+#include "surface/forms/picture/PictureSurface.h"
+#include "surface/forms/windows/Application.h"
+#include "surface/forms/windows/Dialogs.h"
+#include "surface/forms/windows/Menu.h"
 
 namespace zelvane {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <QTemporaryDir>
 
-#include "surface/forms/Application.h"
+#include "surface/forms/windows/Application.h"
 
 /// Settings that a session writes go to a folder of its own.
 int main(int argc, char** argv) {

@@ -8,7 +8,7 @@
 #include "shell/MainForm.h"
 #include "shell/MenuEvents.h"
 #include "shell/state/Settings.h"
-#include "surface/forms/Application.h"
+#include "surface/forms/windows/Application.h"
 #include "tools/OptionBars.h"
 #include "tools/SelectTool.h"
 #include "tools/ToolButtons.h"

@@ -5,7 +5,7 @@
 #include "imageops/Undo.h"
 #include "session/Session.h"
 #include "shell/MainForm.h"
-#include "surface/forms/Application.h"
+#include "surface/forms/windows/Application.h"
 #include "tools/OptionBars.h"
 #include "tools/SelectTool.h"
 #include "tools/Selector.h"

@@ -2,14 +2,14 @@
 
 #include <cstdint>
 
-#include "surface/forms/Label.h"
-#include "surface/forms/MdiForm.h"
-#include "surface/forms/Overlay.h"
-#include "surface/forms/Panel.h"
-#include "surface/forms/PictureSurface.h"
-#include "surface/forms/PictureView.h"
-#include "surface/forms/ScrollBar.h"
-#include "surface/forms/TextBox.h"
+#include "surface/forms/controls/Label.h"
+#include "surface/forms/controls/Panel.h"
+#include "surface/forms/controls/ScrollBar.h"
+#include "surface/forms/controls/TextBox.h"
+#include "surface/forms/picture/Overlay.h"
+#include "surface/forms/picture/PictureSurface.h"
+#include "surface/forms/picture/PictureView.h"
+#include "surface/forms/windows/MdiForm.h"
 
 namespace zelvane {
 

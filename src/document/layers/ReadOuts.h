@@ -2,8 +2,8 @@
 
 #include <memory>
 
-#include "surface/forms/Label.h"
-#include "surface/forms/PictureSurface.h"
+#include "surface/forms/controls/Label.h"
+#include "surface/forms/picture/PictureSurface.h"
 
 namespace zelvane {
 

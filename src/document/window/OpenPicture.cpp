@@ -4,9 +4,9 @@
 #include "shell/state/RecentFiles.h"
 #include "shell/state/Settings.h"
 #include "shell/state/State.h"
-#include "surface/forms/Dialogs.h"
+#include "surface/forms/windows/Dialogs.h"
 #include "surface/raster/FailingStep.h"
-#include "surface/system/PictureFile.h"
+#include "surface/system/files/PictureFile.h"
 #include "ui/MsgBox.h"
 
 namespace zelvane {

@@ -4,8 +4,8 @@
 #include "shell/state/RecentFiles.h"
 #include "shell/state/Settings.h"
 #include "shell/state/State.h"
-#include "surface/forms/Dialogs.h"
-#include "surface/system/PictureFile.h"
+#include "surface/forms/windows/Dialogs.h"
+#include "surface/system/files/PictureFile.h"
 #include "ui/MsgBox.h"
 
 namespace zelvane {

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "shell/state/Settings.h"
-#include "surface/system/Files.h"
+#include "surface/system/files/Files.h"
 
 namespace zelvane {
 namespace {

@@ -3,8 +3,8 @@
 #include <charconv>
 
 #include "shell/state/State.h"
-#include "surface/system/Files.h"
-#include "surface/system/SettingsStore.h"
+#include "surface/system/files/Files.h"
+#include "surface/system/files/SettingsStore.h"
 
 namespace zelvane {
 namespace {

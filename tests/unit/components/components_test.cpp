@@ -3,11 +3,11 @@
 #include <QGuiApplication>
 #include <QScreen>
 
-#include "../system/PictureSamples.h"
+#include "codecs/PictureSamples.h"
 #include "components/ImgEdit.h"
 #include "components/PicFormat32.h"
 #include "components/SysInfo.h"
-#include "surface/system/PictureFile.h"
+#include "surface/system/files/PictureFile.h"
 
 namespace zelvane::test {
 namespace {

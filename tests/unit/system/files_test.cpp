@@ -1,4 +1,4 @@
-#include "surface/system/Files.h"
+#include "surface/system/files/Files.h"
 
 #include <gtest/gtest.h>
 #include <signal.h>
@@ -11,7 +11,7 @@
 #include <fstream>
 #include <iterator>
 
-#include "PictureSamples.h"
+#include "codecs/PictureSamples.h"
 
 namespace zelvane::test {
 namespace {

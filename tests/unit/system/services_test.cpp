@@ -8,12 +8,12 @@
 #include <fstream>
 #include <thread>
 
-#include "PictureSamples.h"
-#include "surface/system/Clipboard.h"
-#include "surface/system/Clock.h"
-#include "surface/system/Programs.h"
-#include "surface/system/Screen.h"
-#include "surface/system/SettingsStore.h"
+#include "codecs/PictureSamples.h"
+#include "surface/system/desktop/Clipboard.h"
+#include "surface/system/desktop/Clock.h"
+#include "surface/system/desktop/Programs.h"
+#include "surface/system/desktop/Screen.h"
+#include "surface/system/files/SettingsStore.h"
 
 namespace zelvane::test {
 namespace {

@@ -1,0 +1,74 @@
+#include "surface/codecs/PictureDecoder.h"
+
+#include <sys/sysinfo.h>
+
+#include <cstdio>
+#include <new>
+
+namespace zelvane {
+
+namespace {
+
+constexpr int64_t kBytesPerPixel = 4;
+
+using Reader = std::optional<Bitmap> (*)(ByteView, SizeLimit);
+
+bool LooksLikeXbm(ByteView start) {
+  size_t at = 0;
+  while (start.At(at) == ' ' || (start.At(at) >= '\t' && start.At(at) <= '\r')) ++at;
+  const ByteView text = start.From(at);
+  return text.StartsWith("#define", 7) || text.StartsWith("/*", 2);
+}
+
+Reader ReaderFor(ByteView start) {
+  if (start.StartsWith("\x89PNG\r\n\x1A\n", 8)) return DecodePng;
+  if (start.StartsWith("\x8AMNG\r\n\x1A\n", 8)) return DecodeMng;
+  if (start.StartsWith("\xFF\xD8\xFF", 3)) return DecodeJpeg;
+  if (start.StartsWith("GIF87a", 6) || start.StartsWith("GIF89a", 6)) return DecodeGif;
+  if (start.StartsWith("BM", 2)) return DecodeBmp;
+  if (start.StartsWith("II*\0", 4) || start.StartsWith("MM\0*", 4)) return DecodeTiff;
+  if (start.StartsWith("II+\0", 4) || start.StartsWith("MM\0+", 4)) return DecodeTiff;
+  if (start.StartsWith("\0\0\1\0", 4) || start.StartsWith("\0\0\2\0", 4)) return DecodeIcon;
+  if (LooksLikeXbm(start)) return DecodeXbm;
+  return nullptr;
+}
+
+}  // namespace
+
+int64_t AvailableMemory() {
+  // The kernel's own estimate counts the caches that it would give up.
+  long long kibibytes = -1;
+  if (FILE* file = std::fopen("/proc/meminfo", "re")) {
+    char line[128];
+    while (kibibytes < 0 && std::fgets(line, sizeof line, file)) {
+      if (std::sscanf(line, "MemAvailable: %lld", &kibibytes) != 1) kibibytes = -1;
+    }
+    std::fclose(file);
+  }
+  if (kibibytes >= 0) return kibibytes * 1024;
+  struct sysinfo info = {};
+  if (sysinfo(&info) != 0) return 0;
+  return static_cast<int64_t>(info.freeram) * info.mem_unit;
+}
+
+SizeLimit LimitByMemory() {
+  return {AvailableMemory() / (2 * kBytesPerPixel)};
+}
+
+bool LooksLikePicture(ByteView start) {
+  return ReaderFor(start) != nullptr;
+}
+
+std::optional<Bitmap> DecodePicture(ByteView bytes, SizeLimit limit) {
+  const Reader read = ReaderFor(bytes.Part(0, kPictureStart));
+  if (!read) return std::nullopt;
+  try {
+    return read(bytes, limit);
+  } catch (const SurfaceTooLarge&) {
+    return std::nullopt;
+  } catch (const std::bad_alloc&) {
+    return std::nullopt;
+  }
+}
+
+}  // namespace zelvane

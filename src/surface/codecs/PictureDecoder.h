@@ -1,0 +1,50 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+
+#include "surface/codecs/ByteView.h"
+#include "surface/raster/Bitmap.h"
+
+/// Pictures out of the bytes of a file, one reader a kind. What a header claims is checked before anything is
+/// allocated, and a picture whose data doesn't reach its last row is no picture.
+namespace zelvane {
+
+/// How large a picture may claim to be.
+struct SizeLimit {
+  /// Width times height.
+  int64_t pixels = 0;
+
+  bool Admits(int64_t width, int64_t height) const {
+    return width > 0 && height > 0 && width <= kLargestSide && height <= kLargestSide &&
+           width * height <= pixels;
+  }
+};
+
+/// Bytes of memory that can be had without pushing anything out.
+int64_t AvailableMemory();
+/// The picture and one copy of it fit into the memory that is available.
+SizeLimit LimitByMemory();
+
+/// The beginning of a file tells that one of the readers might take it.
+bool LooksLikePicture(ByteView start);
+/// How many bytes `LooksLikePicture` wants to see.
+inline constexpr size_t kPictureStart = 64;
+
+/// No value where the bytes are no whole picture of a known kind, or one that the limit doesn't admit.
+std::optional<Bitmap> DecodePicture(ByteView bytes, SizeLimit limit);
+
+/// The readers. Each trusts that the first bytes are those of its kind.
+std::optional<Bitmap> DecodeBmp(ByteView bytes, SizeLimit limit);
+std::optional<Bitmap> DecodeGif(ByteView bytes, SizeLimit limit);
+std::optional<Bitmap> DecodeIcon(ByteView bytes, SizeLimit limit);
+std::optional<Bitmap> DecodeJpeg(ByteView bytes, SizeLimit limit);
+std::optional<Bitmap> DecodeMng(ByteView bytes, SizeLimit limit);
+std::optional<Bitmap> DecodePng(ByteView bytes, SizeLimit limit);
+std::optional<Bitmap> DecodeTiff(ByteView bytes, SizeLimit limit);
+std::optional<Bitmap> DecodeXbm(ByteView bytes, SizeLimit limit);
+
+/// Runs Qt's reader of that format, and of no other, over bytes whose structure was checked.
+std::optional<Bitmap> DecodeThroughQt(ByteView bytes, const char* format, SizeLimit limit);
+
+}  // namespace zelvane

@@ -1,0 +1,32 @@
+#include "surface/forms/controls/CheckBox.h"
+
+#include <QCheckBox>
+#include <QPushButton>
+
+#include "surface/forms/controls/Conversions.h"
+
+namespace zelvane {
+
+CheckBox::CheckBox(Control& parent, const std::string& name, const std::string& caption)
+    : Control(&parent, name, new QCheckBox(ToQt(caption), parent.Widget())) {
+  const QSize size = widget_->sizeHint();
+  width_ = static_cast<Single>(size.width() * UnitsPerPixel());
+  height_ = static_cast<Single>(size.height() * UnitsPerPixel());
+}
+
+int16_t CheckBox::Value() const {
+  return widget_ && static_cast<QCheckBox*>(widget_)->isChecked() ? 1 : 0;
+}
+
+void CheckBox::SetValue(int16_t value) {
+  if (widget_) static_cast<QCheckBox*>(widget_)->setChecked(value == 1);
+}
+
+CommandButton::CommandButton(Control& parent, const std::string& name, const std::string& caption)
+    : Control(&parent, name, new QPushButton(ToQt(caption), parent.Widget())) {
+  QObject::connect(static_cast<QPushButton*>(widget_), &QPushButton::clicked, widget_, [this] {
+    if (OnClick) OnClick();
+  });
+}
+
+}  // namespace zelvane

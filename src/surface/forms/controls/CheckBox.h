@@ -1,0 +1,28 @@
+#pragma once
+
+#include <string>
+
+#include "surface/forms/controls/Control.h"
+
+namespace zelvane {
+
+/// A box with a check mark and a caption, at first as large as they need.
+class CheckBox : public Control {
+ public:
+  CheckBox(Control& parent, const std::string& name, const std::string& caption);
+
+  /// 1 with the mark, 0 without.
+  int16_t Value() const;
+  void SetValue(int16_t value);
+};
+
+/// A button with a caption; `OnClick` by pointer and by keyboard.
+class CommandButton : public Control {
+ public:
+  CommandButton(Control& parent, const std::string& name, const std::string& caption);
+
+ protected:
+  bool ClicksByPointer() const override { return false; }
+};
+
+}  // namespace zelvane

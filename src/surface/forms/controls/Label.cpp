@@ -1,0 +1,83 @@
+#include "surface/forms/controls/Label.h"
+
+#include <QLabel>
+
+#include "surface/forms/controls/Conversions.h"
+
+namespace zelvane {
+namespace {
+
+QLabel* Text(QWidget* widget) {
+  return static_cast<QLabel*>(widget);
+}
+
+}  // namespace
+
+Label::Label(Control& parent, const std::string& name, const std::string& caption)
+    : Control(&parent, name, new QLabel(parent.Widget())) {
+  Text(widget_)->setTextFormat(Qt::PlainText);
+  Text(widget_)->setMargin(0);
+  Text(widget_)->setIndent(0);
+  SetAlignment(kAlignLeft);
+  SetCaption(caption);
+}
+
+void Label::SetCaption(const std::string& caption) {
+  caption_ = caption;
+  if (!widget_) return;
+  Text(widget_)->setText(ToQt(caption));
+  FitToText();
+}
+
+void Label::SetAlignment(int16_t alignment) {
+  alignment_ = alignment;
+  if (!widget_) return;
+  const Qt::Alignment across = alignment == kAlignRight    ? Qt::AlignRight
+                               : alignment == kAlignCentre ? Qt::AlignHCenter
+                                                           : Qt::AlignLeft;
+  Text(widget_)->setAlignment(across | Qt::AlignVCenter);
+}
+
+void Label::SetBackColor(Color color) {
+  back_color_ = color;
+  if (!widget_) return;
+  Tint(*widget_, QPalette::Window, color);
+  widget_->setAutoFillBackground(true);
+}
+
+void Label::SetForeColor(Color color) {
+  if (widget_) Tint(*widget_, QPalette::WindowText, color);
+}
+
+void Label::SetBorder(bool border) {
+  if (!widget_) return;
+  Text(widget_)->setFrameStyle(border ? QFrame::Panel | QFrame::Sunken : QFrame::NoFrame);
+  Text(widget_)->setLineWidth(1);
+  FitToText();
+}
+
+void Label::SetAutoSize(bool auto_size) {
+  auto_size_ = auto_size;
+  FitToText();
+}
+
+bool Label::FontBold() const {
+  return widget_ && widget_->font().bold();
+}
+
+void Label::SetFontBold(bool bold) {
+  if (!widget_) return;
+  QFont font = widget_->font();
+  font.setBold(bold);
+  widget_->setFont(font);
+  FitToText();
+}
+
+void Label::FitToText() {
+  if (!auto_size_ || !widget_) return;
+  const QSize size = Text(widget_)->sizeHint();
+  SetWidth(static_cast<Single>(size.width() * UnitsPerPixel()));
+  SetHeight(static_cast<Single>(size.height() * UnitsPerPixel()));
+}
+
+}  // namespace zelvane

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <string>
+
+#include "surface/forms/controls/Control.h"
+
+namespace zelvane {
+
+enum Alignments : int16_t { kAlignLeft = 0, kAlignRight = 1, kAlignCentre = 2 };
+
+/// A line of text, or a plain coloured field.
+class Label : public Control {
+ public:
+  Label(Control& parent, const std::string& name, const std::string& caption = "");
+
+  const std::string& Caption() const { return caption_; }
+  void SetCaption(const std::string& caption);
+  int16_t Alignment() const { return alignment_; }
+  void SetAlignment(int16_t alignment);
+  /// The colour behind the text; until it is set the parent shows through.
+  Color BackColor() const { return back_color_; }
+  void SetBackColor(Color color);
+  void SetForeColor(Color color);
+  /// A thin border round the label.
+  void SetBorder(bool border);
+  /// The label takes the size of its text, now and with each new caption.
+  void SetAutoSize(bool auto_size);
+  bool FontBold() const;
+  void SetFontBold(bool bold);
+
+ private:
+  void FitToText();
+  std::string caption_;
+  int16_t alignment_ = kAlignLeft;
+  Color back_color_ = SystemColor::ButtonFace;
+  bool auto_size_ = false;
+};
+
+}  // namespace zelvane

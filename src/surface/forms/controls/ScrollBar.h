@@ -1,0 +1,50 @@
+#pragma once
+
+#include <string>
+
+#include "surface/forms/controls/Control.h"
+
+namespace zelvane {
+
+/// A scroll bar from 0 to `Max`, at first as thick as the desktop's.
+class ScrollBar : public Control {
+ public:
+  enum class Direction { Horizontal, Vertical };
+  ScrollBar(Control& parent, const std::string& name, Direction direction);
+
+  int16_t Max() const { return max_; }
+  /// A `Value` beyond it comes down to it, which fires `OnChange`.
+  void SetMax(int16_t max);
+  int16_t Value() const { return value_; }
+  /// Taken into 0 to `Max`. Fires `OnChange` before it returns, where the value is another one.
+  void SetValue(int16_t value);
+  /// How far a click beside the handle goes; also the handle's share of the bar.
+  void SetLargeChange(int16_t change);
+  /// How far a click on an arrow and a notch of the wheel go.
+  void SetSmallChange(int16_t change);
+
+  /// `OnScroll` while the handle is dragged; `OnChange` at every other change, and once at the end of a drag
+  /// that has moved the handle.
+  std::function<void()> OnChange, OnScroll;
+
+ protected:
+  bool ClicksByPointer() const override { return false; }
+
+ private:
+  /// While one stands, what the toolkit tells is what the program writes.
+  class Writing {
+   public:
+    explicit Writing(ScrollBar& bar) : bar_(bar), before_(bar.writing_) { bar_.writing_ = true; }
+    ~Writing() { bar_.writing_ = before_; }
+
+   private:
+    ScrollBar& bar_;
+    bool before_;
+  };
+  void Moved(int value, bool dragged);
+  void Released();
+  int16_t max_ = 0, value_ = 0;
+  bool writing_ = false, dragged_ = false;
+};
+
+}  // namespace zelvane

@@ -1,0 +1,218 @@
+#include "surface/forms/controls/TextBox.h"
+
+#include <QInputMethodEvent>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPointer>
+#include <QStyle>
+#include <QStyleOptionFrame>
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "surface/forms/controls/Conversions.h"
+#include "surface/forms/controls/Label.h"
+#include "surface/forms/controls/Toolkit.h"
+
+namespace zelvane {
+namespace {
+
+constexpr int16_t kAsciiBackspace = 8, kAsciiEnter = 13, kAsciiEscape = 27;
+/// What the toolkit leaves free at each side of a line of text, and the caret.
+constexpr int kTextMargin = 2, kCaretWidth = 1;
+constexpr double kSmallestFont = 5;  // points
+
+int16_t CharacterOf(QChar character) {
+  return static_cast<int16_t>(character.unicode() & 0x7FFF);
+}
+
+/// What `OnKeyPress` tells of a key; 0 for a key that makes no character.
+int16_t KeyAsciiOf(const QKeyEvent& key) {
+  if (key.matches(QKeySequence::SelectAll)) return 0;
+  switch (key.key()) {
+    case Qt::Key_Backspace:
+      return kAsciiBackspace;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      return kAsciiEnter;
+    case Qt::Key_Escape:
+      return kAsciiEscape;
+    default:
+      break;
+  }
+  const bool is_control = (key.modifiers() & Qt::ControlModifier) && !(key.modifiers() & Qt::AltModifier);
+  if (is_control && key.key() >= Qt::Key_A && key.key() <= Qt::Key_Z)
+    return static_cast<int16_t>(key.key() - Qt::Key_A + 1);
+  return !key.text().isEmpty() && key.text().front().isPrint() ? CharacterOf(key.text().front()) : int16_t{0};
+}
+
+/// A box of one line whose keys go through `OnKeyPress`.
+class LineBox : public QLineEdit {
+ public:
+  using QLineEdit::QLineEdit;
+  TextBox* box = nullptr;
+
+  bool event(QEvent* event) override {
+    // Where keys are filtered, undoing is left to whom the window's shortcut is.
+    const bool asks = event->type() == QEvent::ShortcutOverride && box->OnKeyPress;
+    if (asks && IsUndo(static_cast<const QKeyEvent&>(*event))) return event->ignore(), false;
+    return QLineEdit::event(event);
+  }
+
+  /// The width that the line of text has.
+  int RoomForText() const {
+    QStyleOptionFrame option;
+    initStyleOption(&option);
+    const QRect inside = style()->subElementRect(QStyle::SE_LineEditContents, &option, this);
+    return inside.width() - 2 * kTextMargin - kCaretWidth;
+  }
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override {
+    const int16_t ascii = KeyAsciiOf(*event);
+    if (ascii == 0 || !box->OnKeyPress) return QLineEdit::keyPressEvent(event);
+    const QPointer<LineBox> standing(this);
+    const int16_t kept = Filtered(ascii);
+    if (!standing) return;
+    if (kept == ascii) return QLineEdit::keyPressEvent(event);
+    if (kept != 0) insert(QChar(kept));
+    // Enter and Esc may still mean something to the window.
+    event->setAccepted(kept != 0 || (ascii != kAsciiEnter && ascii != kAsciiEscape));
+  }
+
+  void inputMethodEvent(QInputMethodEvent* event) override {
+    if (!box->OnKeyPress) return QLineEdit::inputMethodEvent(event);
+    const QPointer<LineBox> standing(this);
+    for (const QChar character : event->commitString()) {
+      const int16_t kept = Filtered(CharacterOf(character));
+      if (!standing) return;
+      if (kept != 0) insert(QChar(kept));
+    }
+    event->accept();
+  }
+
+  void focusInEvent(QFocusEvent* event) override {
+    entered_by_press_ = event->reason() == Qt::MouseFocusReason && box->SelectsOnEntry();
+    QLineEdit::focusInEvent(event);
+  }
+
+  void mouseReleaseEvent(QMouseEvent* event) override {
+    QLineEdit::mouseReleaseEvent(event);
+    if (std::exchange(entered_by_press_, false) && !hasSelectedText()) selectAll();
+  }
+
+ private:
+  static bool IsUndo(const QKeyEvent& key) {
+    return key.matches(QKeySequence::Undo) || key.matches(QKeySequence::Redo);
+  }
+  int16_t Filtered(int16_t ascii) {
+    FireEvent(box->OnKeyPress, ascii);
+    return ascii;
+  }
+  bool entered_by_press_ = false;
+};
+
+QWidget* NewBox(QWidget* parent, TextBox::Lines lines) {
+  if (lines == TextBox::Lines::One) return new LineBox(parent);
+  auto* box = new QPlainTextEdit(parent);
+  box->setTabChangesFocus(true);
+  return box;
+}
+
+/// Calls `one` with a box of one line, `many` with one of several.
+template <class One, class Many>
+void With(QWidget* widget, One&& one, Many&& many) {
+  if (auto* line = qobject_cast<QLineEdit*>(widget)) one(*line);
+  if (auto* lines = qobject_cast<QPlainTextEdit*>(widget)) many(*lines);
+}
+
+}  // namespace
+
+TextBox::TextBox(Control& parent, const std::string& name, Lines lines)
+    : Control(&parent, name, NewBox(parent.Widget(), lines)) {
+  const auto changed = [this] {
+    if (OnChange) OnChange();
+  };
+  if (auto* line = dynamic_cast<LineBox*>(widget_)) line->box = this;
+  With(
+      widget_, [&](QLineEdit& box) { QObject::connect(&box, &QLineEdit::textChanged, &box, changed); },
+      [&](QPlainTextEdit& box) { QObject::connect(&box, &QPlainTextEdit::textChanged, &box, changed); });
+}
+
+std::string TextBox::Text() const {
+  std::string text;
+  With(
+      widget_, [&](QLineEdit& box) { text = FromQt(box.text()); },
+      [&](QPlainTextEdit& box) { text = FromQt(box.toPlainText()); });
+  return text;
+}
+
+void TextBox::SetText(const std::string& text) {
+  if (text == Text()) return;
+  With(
+      widget_, [&](QLineEdit& box) { box.setText(ToQt(text)); },
+      [&](QPlainTextEdit& box) { box.setPlainText(ToQt(text)); });
+}
+
+void TextBox::SelectAll() {
+  With(
+      widget_, [](QLineEdit& box) { box.selectAll(); }, [](QPlainTextEdit& box) { box.selectAll(); });
+}
+
+int TextBox::SelStart() const {
+  const auto* box = qobject_cast<QLineEdit*>(widget_);
+  if (!box) return 0;
+  return box->hasSelectedText() ? box->selectionStart() : box->cursorPosition();
+}
+
+int TextBox::SelLength() const {
+  const auto* box = qobject_cast<QLineEdit*>(widget_);
+  return box ? box->selectionLength() : 0;
+}
+
+void TextBox::SetSelStart(int start) {
+  if (auto* box = qobject_cast<QLineEdit*>(widget_)) box->setCursorPosition(std::max(0, start));
+}
+
+void TextBox::SetSelLength(int length) {
+  if (auto* box = qobject_cast<QLineEdit*>(widget_)) box->setSelection(SelStart(), std::max(0, length));
+}
+
+void TextBox::SetAlignment(int16_t alignment) {
+  alignment_ = alignment;
+  auto* box = qobject_cast<QLineEdit*>(widget_);
+  if (!box) return;
+  const Qt::Alignment across = alignment == kAlignRight    ? Qt::AlignRight
+                               : alignment == kAlignCentre ? Qt::AlignHCenter
+                                                           : Qt::AlignLeft;
+  box->setAlignment(across | Qt::AlignVCenter);
+}
+
+void TextBox::SetLocked(bool locked) {
+  locked_ = locked;
+  if (auto* box = qobject_cast<QLineEdit*>(widget_)) box->setReadOnly(locked);
+}
+
+/// One guess from the present width, since each font size that is tried has to be loaded.
+void TextBox::FitFont(const std::string& text) {
+  const auto* line = dynamic_cast<LineBox*>(widget_);
+  if (!line) return;
+  constexpr double kStep = 0.5;
+  QFont font = widget_->font();
+  const int room = line->RoomForText(), needed = QFontMetrics(font).horizontalAdvance(ToQt(text));
+  if (needed <= room) return;
+  const double fitting = std::floor(font.pointSizeF() * room / needed / kStep) * kStep;
+  font.setPointSizeF(std::max(fitting, kSmallestFont));
+  widget_->setFont(font);
+}
+
+void TextBox::SetForeColor(Color color) {
+  if (widget_) Tint(*widget_, QPalette::Text, color);
+}
+
+void TextBox::SetBackColor(Color color) {
+  if (widget_) Tint(*widget_, QPalette::Base, color);
+}
+
+}  // namespace zelvane

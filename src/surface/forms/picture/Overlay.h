@@ -1,0 +1,80 @@
+#pragma once
+
+#include "surface/forms/picture/PictureView.h"
+
+namespace zelvane {
+
+class OverlayTracer;
+
+/// Something drawn inverted above a picture, one logical pixel wide, in units of the view. Hidden at first.
+/// Writing anything shows at once.
+class Overlay {
+ public:
+  virtual ~Overlay();
+  Overlay(const Overlay&) = delete;
+  Overlay& operator=(const Overlay&) = delete;
+
+  bool Visible() const { return visible_; }
+  void SetVisible(bool visible);
+
+ protected:
+  explicit Overlay(PictureView& view);
+  /// Call before and after a change: what is covered is shown anew.
+  void Touch();
+
+ private:
+  friend class PictureView;
+  /// Tells the tracer each unit that the overlay covers, once.
+  virtual void Trace(OverlayTracer& tracer) const = 0;
+  /// Null once the view has gone.
+  PictureView* view_;
+  bool visible_ = false;
+};
+
+/// The outline of a rectangle, an ellipse.
+class ShapeOverlay : public Overlay {
+ public:
+  enum class Shape { Rectangle, Oval };
+  enum class Style { Solid, Dotted };
+  ShapeOverlay(PictureView& view, Shape shape, Style style = Style::Solid)
+      : Overlay(view), shape_(shape), style_(style) {}
+
+  Single Left() const { return left_; }
+  Single Top() const { return top_; }
+  Single Width() const { return width_; }
+  Single Height() const { return height_; }
+  void SetLeft(Single left) { Write(left_, left); }
+  void SetTop(Single top) { Write(top_, top); }
+  void SetWidth(Single width) { Write(width_, width); }
+  void SetHeight(Single height) { Write(height_, height); }
+  void Move(Single left, Single top, Single width, Single height);
+
+ private:
+  void Trace(OverlayTracer& tracer) const override;
+  void Write(Single& field, Single value);
+  Shape shape_;
+  Style style_;
+  Single left_ = 0, top_ = 0, width_ = 0, height_ = 0;
+};
+
+/// A line between two points.
+class LineOverlay : public Overlay {
+ public:
+  explicit LineOverlay(PictureView& view) : Overlay(view) {}
+
+  Single x1() const { return x1_; }
+  Single y1() const { return y1_; }
+  Single X2() const { return x2_; }
+  Single y2() const { return y2_; }
+  void Setx1(Single x) { Write(x1_, x); }
+  void Sety1(Single y) { Write(y1_, y); }
+  void SetX2(Single x) { Write(x2_, x); }
+  void Sety2(Single y) { Write(y2_, y); }
+
+ private:
+  void Trace(OverlayTracer& tracer) const override;
+  void Write(Single& field, Single value);
+  Single x1_ = 0, y1_ = 0, x2_ = 0, y2_ = 0;
+};
+
+}  // namespace zelvane

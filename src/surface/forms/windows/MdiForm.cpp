@@ -1,0 +1,47 @@
+#include "surface/forms/windows/MdiForm.h"
+
+#include "surface/forms/controls/Conversions.h"
+#include "surface/forms/controls/Toolkit.h"
+#include "surface/forms/picture/PictureSurface.h"
+#include "surface/forms/windows/FormEngine.h"
+#include "surface/forms/windows/MdiFrame.h"
+
+namespace zelvane {
+MdiForm::MdiForm(const std::string& name) : Form(name, new Frame) {
+  frame_ = static_cast<Frame*>(Widget());
+  frame_->Serve(*this);
+}
+
+MdiForm::~MdiForm() = default;
+
+Form* MdiForm::ActiveForm() const {
+  return frame_->Active();
+}
+
+std::vector<Form*> MdiForm::Children() const {
+  std::vector<Form*> children;
+  for (Form* form : Forms()) {
+    if (form->engine_->Main() == this) children.push_back(form);
+  }
+  return children;
+}
+
+void MdiForm::Arrange(int16_t arrangement) {
+  ChildArea& area = frame_->Field().Children();
+  if (arrangement == kCascade) {
+    area.Cascade();
+  } else {
+    area.Tile(arrangement == kTileVertical);
+  }
+}
+
+void MdiForm::SetMinimumSize(Single width, Single height) {
+  frame_->setMinimumSize(ToSize(static_cast<double>(width) / kTwipsPerPixel),
+                         ToSize(static_cast<double>(height) / kTwipsPerPixel));
+}
+
+void MdiForm::Dock(PictureSurface& panel, Align align) {
+  if (panel.Widget()) frame_->Field().Dock(panel, *panel.Widget(), align);
+}
+
+}  // namespace zelvane

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "surface/forms/windows/Form.h"
+
+namespace zelvane {
+
+class PictureSurface;
+
+enum Arrangements : int16_t { kCascade = 0, kTileHorizontal = 1, kTileVertical = 2 };
+
+/// The main window: a menu bar on top, panels docked at its sides, child windows in between. Its inside, as
+/// `ScaleWidth` and `ScaleHeight` tell it, is the part for the child windows.
+class MdiForm : public Form {
+ public:
+  explicit MdiForm(const std::string& name);
+  ~MdiForm() override;
+
+  /// The child that has or last had the keyboard; null without one. A minimised child may be active.
+  Form* ActiveForm() const;
+  /// The child windows in the order of their making.
+  std::vector<Form*> Children() const;
+  /// 0 cascades, 1 tiles one above the other, 2 tiles side by side; minimised children stay.
+  void Arrange(int16_t arrangement);
+  /// The smallest size of the window, in twips.
+  void SetMinimumSize(Single width, Single height);
+
+  /// Another child became the active one, or the last one went.
+  std::function<void()> OnActiveFormChanged;
+
+ private:
+  friend class Form;
+  friend class Menu;
+  friend class PictureSurface;
+  void Dock(PictureSurface& panel, Align align);
+  class Frame;
+  Frame* frame_ = nullptr;
+};
+
+}  // namespace zelvane

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "surface/raster/Bitmap.h"
+#include "surface/system/files/Files.h"
+
+namespace zelvane {
+
+/// Reads a picture file; the bytes decide which reader, not the name. Transparent parts lie on white, an EXIF
+/// rotation is carried out, the first frame of an animation and the largest picture of an icon is taken. No
+/// value where the file is missing, damaged or cut short, of no known kind, larger than 32,767 a side, or
+/// than memory holds.
+std::optional<Bitmap> LoadPicture(const std::string& path);
+
+/// Writes a Windows bitmap file of 24 bits a pixel, whatever the path says, as `WriteFileSafely` does.
+WriteResult SavePicture(const Bitmap& picture, const std::string& path);
+
+}  // namespace zelvane

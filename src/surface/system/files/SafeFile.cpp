@@ -1,0 +1,168 @@
+#include "surface/system/files/SafeFile.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdint>
+#include <cstring>
+#include <filesystem>
+#include <random>
+
+namespace zelvane {
+
+namespace {
+
+std::string PhraseFor(int error) {
+  switch (error) {
+    case ENOENT:
+    case ENOTDIR:
+      return "the folder doesn't exist";
+    case EACCES:
+    case EPERM:
+      return "permission denied";
+    case EROFS:
+      return "the disk is read-only";
+    case ENOSPC:
+    case EDQUOT:
+      return "no space left on the device";
+    case EFBIG:
+      return "the file would be too large";
+    case ENAMETOOLONG:
+      return "the name is too long";
+    case ELOOP:
+      return "the link leads back to itself";
+    case EIO:
+      return "the device reported an error";
+    default:
+      return std::strerror(error);
+  }
+}
+
+/// Hidden, short whatever the target's name, and not one that another process takes.
+std::string DraftName() {
+  constexpr char kDigits[] = "0123456789abcdefghijklmnopqrstuv";
+  std::random_device random;
+  std::string name = ".zelvane-";
+  for (int i = 0; i < 12; ++i) name += kDigits[random() % 32];
+  return name;
+}
+
+}  // namespace
+
+SafeFile::SafeFile(const std::string& path) {
+  FindTarget(path);
+  if (!Failed()) CreateBeside();
+  if (!Failed() && replaces_) TakeOverRights();
+}
+
+SafeFile::~SafeFile() {
+  if (file_ >= 0) ::close(file_);
+  if (!draft_.empty()) ::unlink(draft_.c_str());
+}
+
+void SafeFile::FindTarget(const std::string& path) {
+  constexpr int kMostLinks = 40;  // as many as the kernel follows
+  std::filesystem::path target = path;
+  struct stat found = {};
+  for (int links = 0; ::lstat(target.c_str(), &found) == 0 && S_ISLNK(found.st_mode); ++links) {
+    std::error_code error;
+    const std::filesystem::path link = std::filesystem::read_symlink(target, error);
+    if (error || links == kMostLinks) return Fail(error ? error.value() : ELOOP);
+    target = target.parent_path() / link;
+  }
+  target_ = target.string();
+  folder_ = target.has_parent_path() ? target.parent_path().string() : ".";
+  if (::lstat(target.c_str(), &found) != 0) {
+    if (errno != ENOENT) return Fail(errno);
+    if (!target.has_filename()) reason_ = "the file has no name";
+    return;
+  }
+  replaces_ = true;
+  if (S_ISDIR(found.st_mode)) {
+    reason_ = "it is a folder";
+  } else if (!S_ISREG(found.st_mode)) {
+    reason_ = "it is a device or the like, not a file";
+  } else if (::faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) != 0) {
+    Fail(errno);  // a replacement would get round the protection of the file
+  }
+}
+
+void SafeFile::CreateBeside() {
+  constexpr mode_t kReadWrite = 0666;  // less what the user's mask takes away
+  constexpr int kTries = 100;
+  int error = EEXIST;
+  for (int i = 0; i < kTries && error == EEXIST; ++i) {
+    const std::string draft = (std::filesystem::path(folder_) / DraftName()).string();
+    file_ = ::open(draft.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kReadWrite);
+    error = file_ >= 0 ? 0 : errno;
+    if (file_ >= 0) draft_ = draft;
+  }
+  if (error != 0) Fail(error);
+}
+
+void SafeFile::TakeOverRights() {
+  struct stat old = {};
+  if (::stat(target_.c_str(), &old) != 0) return Fail(errno);
+  // Only the superuser gives files away; for others the new file is theirs, which is no reason to lose a
+  // picture.
+  const bool same_owner = ::fchown(file_, old.st_uid, old.st_gid) == 0;
+  constexpr mode_t kRights = 0777, kAllBits = 07777;
+  if (::fchmod(file_, old.st_mode & (same_owner ? kAllBits : kRights)) != 0) Fail(errno);
+}
+
+void SafeFile::Write(const void* bytes, size_t count) {
+  const auto* at = static_cast<const unsigned char*>(bytes);
+  while (count > 0 && !Failed()) {
+    const ssize_t done = ::write(file_, at, count);
+    if (done < 0 && errno == EINTR) continue;
+    if (done <= 0) return Fail(done == 0 ? ENOSPC : errno);
+    at += done;
+    count -= static_cast<size_t>(done);
+    written_ += static_cast<size_t>(done);
+  }
+  StartFlushing();
+}
+
+/// The disk works while the next pieces are made, so that the flush at the end has less left to wait for.
+/// Only a hint; where it fails the flush does it all.
+void SafeFile::StartFlushing() {
+  constexpr size_t kPiece = size_t{4} << 20;
+  if (Failed() || written_ - flushing_ < kPiece) return;
+  ::sync_file_range(file_, static_cast<off_t>(flushing_), static_cast<off_t>(written_ - flushing_),
+                    SYNC_FILE_RANGE_WRITE);
+  flushing_ = written_;
+}
+
+WriteResult SafeFile::Commit() {
+  struct stat made = {};
+  if (!Failed() && ::fsync(file_) != 0) Fail(errno);
+  if (!Failed() && ::fstat(file_, &made) != 0) Fail(errno);
+  if (!Failed() && static_cast<uint64_t>(made.st_size) != written_) Fail(EIO);
+  if (!Failed()) {
+    const int closed = ::close(file_);
+    file_ = -1;
+    if (closed != 0) Fail(errno);
+  }
+  if (!Failed() && ::rename(draft_.c_str(), target_.c_str()) != 0) Fail(errno);
+  if (Failed()) return {reason_};
+  draft_.clear();
+  FlushFolder();
+  return {};
+}
+
+/// The new name to the disk too. The file is in its place by now, so a failure changes nothing: the old or
+/// the new one will be found, each whole.
+void SafeFile::FlushFolder() const {
+  const int folder = ::open(folder_.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (folder < 0) return;
+  ::fsync(folder);
+  ::close(folder);
+}
+
+void SafeFile::Fail(int error) {
+  reason_ = PhraseFor(error);
+}
+
+}  // namespace zelvane
