@@ -1,19 +1,13 @@
 #include "tools/Dab.h"
+#include "tools/NumericOptions.h"
 #include "tools/Stroke.h"
 
 namespace zelvane {
 namespace {
 
-double Pressure() {
-  return State.OptionTable[0].Value;
-}
-double Size() {
-  return State.OptionTable[2].Value;
-}
-
 void LayDab(const Target& target, const Stroke& stroke) {
-  SprayDab(target.Layer, target.X(stroke.X), target.Y(stroke.Y), DabSizeOf(Size()), StrokeColor(),
-           Pressure());
+  SprayDab(target.Layer, target.X(stroke.X), target.Y(stroke.Y), DabSizeOf(OptionOf(kAirbrushSize).Value),
+           StrokeColor(), OptionOf(kAirbrushPressure).Value);
 }
 
 }  // namespace

@@ -1,15 +1,12 @@
 #include "tools/Dab.h"
+#include "tools/NumericOptions.h"
 #include "tools/Stroke.h"
 
 namespace zelvane {
 namespace {
 
-double Size() {
-  return State.OptionTable[8].Value;
-}
-
 void LayDab(const Target& target, const Stroke& stroke) {
-  BlurDab(target.Layer, target.X(stroke.X), target.Y(stroke.Y), DabSizeOf(Size()));
+  BlurDab(target.Layer, target.X(stroke.X), target.Y(stroke.Y), DabSizeOf(OptionOf(kBlurSize).Value));
 }
 
 }  // namespace

@@ -1,4 +1,5 @@
 #include "tools/Dab.h"
+#include "tools/NumericOptions.h"
 #include "tools/Stroke.h"
 
 namespace zelvane {
@@ -6,16 +7,10 @@ namespace {
 
 constexpr int16_t kBrighten = 0;
 
-double Pressure() {
-  return State.OptionTable[1].Value;
-}
-double Size() {
-  return State.OptionTable[3].Value;
-}
-
 void LayDab(const Target& target, const Stroke& stroke) {
   const bool Darken = State.OptionButton4 != kBrighten;
-  BrightenDab(target.Layer, target.X(stroke.X), target.Y(stroke.Y), DabSizeOf(Size()), Darken, Pressure());
+  BrightenDab(target.Layer, target.X(stroke.X), target.Y(stroke.Y), DabSizeOf(OptionOf(kBrightenSize).Value),
+              Darken, OptionOf(kBrightenPressure).Value);
 }
 
 }  // namespace

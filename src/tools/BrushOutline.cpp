@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "shell/state/State.h"
+#include "tools/NumericOptions.h"
 
 namespace zelvane {
 namespace {
@@ -15,31 +15,29 @@ struct Reach {
 };
 
 /// A dab reaches its size to each side.
-Reach OfDab(int option) {
-  const auto size =
-      static_cast<Single>(RoundHalfEven(State.OptionTable.at(static_cast<size_t>(option)).Value));
+Reach OfDab(NumericOption option) {
+  const auto size = static_cast<Single>(RoundHalfEven(OptionOf(option).Value));
   return {size, 2 * size + 1};
 }
 
 /// A pen of even width stands half a pixel up and left.
-Reach OfPen(int option) {
-  const auto width =
-      static_cast<Single>(RoundHalfEven(State.OptionTable.at(static_cast<size_t>(option)).Value));
+Reach OfPen(NumericOption option) {
+  const auto width = static_cast<Single>(RoundHalfEven(OptionOf(option).Value));
   return {std::floor(width / 2), width};
 }
 
 Reach OfCurrentTool() {
   switch (State.CurrentTool) {
     case kPenTool:
-      return OfPen(4);
+      return OfPen(kPenWidth);
     case kEraserTool:
-      return OfPen(9);
+      return OfPen(kEraserWidth);
     case kAirbrushTool:
-      return OfDab(2);
+      return OfDab(kAirbrushSize);
     case kBrightenTool:
-      return OfDab(3);
+      return OfDab(kBrightenSize);
     case kBlurTool:
-      return OfDab(8);
+      return OfDab(kBlurSize);
     default:
       return {};
   }

@@ -1,12 +1,9 @@
 #include "surface/raster/FailingStep.h"
+#include "tools/NumericOptions.h"
 #include "tools/SpannedBox.h"
 
 namespace zelvane {
 namespace {
-
-double BorderWidth() {
-  return State.OptionTable[6].Value;
-}
 
 void Drag(const Stroke& stroke) {
   SpanBox(stroke.Document.DrawCircle, stroke);
@@ -26,7 +23,7 @@ void DrawEllipse(const Target& target, const ShapeOverlay& box, Single R) {
 
 void Release(const Stroke& stroke) {
   stroke.Document.DrawCircle.SetVisible(false);
-  SetBoxStyle(stroke, BorderWidth());
+  SetBoxStyle(stroke, OptionOf(kCircleBorder).Value);
   DrawEllipse(TargetOf(stroke), stroke.Document.DrawCircle, stroke.R);
   RefreshPaintArea(stroke.Surface);
 }

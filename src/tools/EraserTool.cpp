@@ -1,17 +1,11 @@
+#include "tools/NumericOptions.h"
 #include "tools/Stroke.h"
 
 namespace zelvane {
-namespace {
-
-double EraserWidth() {
-  return State.OptionTable[9].Value;
-}
-
-}  // namespace
 
 /// A pen that paints white whatever the current colours are.
 void EraserTool(const Stroke& stroke) {
-  SetDrawWidths(stroke, EraserWidth());
+  SetDrawWidths(stroke, OptionOf(kEraserWidth).Value);
   stroke.Surface.SetForeColor(kWhite);
   stroke.Document.BufferSelected.SetForeColor(kWhite);
   DrawFreehand(stroke);

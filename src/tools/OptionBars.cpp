@@ -8,26 +8,11 @@ namespace {
 constexpr int kBarHeight = 26, kIconWidth = 34, kIconSize = 24, kHoverInterval = 100;
 constexpr int kGap = 12, kLabelGap = 5, kBoxHeight = 22, kButtonSize = 26, kDropDownWidth = 16;
 
-/// A number's place in the tool settings, as the bars show it.
-struct NumberFacts {
-  int tool;
-  const char* caption;
-  const char* format;
-  int width;
-};
-constexpr char kPercent[] = "##0 %", kPixels[] = "##0 pixel(s)";
-constexpr std::array<NumberFacts, kOptionCount> kNumbers{{
-    {kAirbrushTool, "Pressure:", kPercent, 54},
-    {kBrightenTool, "Pressure:", kPercent, 54},
-    {kAirbrushTool, "Size:", kPixels, 84},
-    {kBrightenTool, "Size:", kPixels, 84},
-    {kPenTool, "Brush:", kPixels, 84},
-    {kRectangleTool, "Bordersize:", kPixels, 84},
-    {kCircleTool, "Bordersize:", kPixels, 84},
-    {kTextTool, "Size:", kPixels, 84},
-    {kBlurTool, "Size:", kPixels, 84},
-    {kEraserTool, "Eraser width:", kPixels, 84},
-}};
+/// The widest number of a format takes that many pixels, with the box's frame round it.
+int NumberWidth(const std::string& format) {
+  constexpr int kPercentWidth = 54, kPixelsWidth = 84;
+  return format.ends_with('%') ? kPercentWidth : kPixelsWidth;
+}
 
 void FaceStyles(ButtonGroup& group) {
   group.SetFace(0, "borderonly", "Border Only");
@@ -59,11 +44,10 @@ class OptionBarsWindow::Row {
     label.SetAutoSize(false);
     return Put(label, static_cast<int>(label.Width()) + 1).Gap(kLabelGap);
   }
-  /// The box of an entry of the tool settings with its caption and its slider's button.
-  Row& Number(int entry) {
-    const NumberFacts& facts = kNumbers.at(static_cast<size_t>(entry));
-    Text(facts.caption).Put(window_.pixelSelector[entry], facts.width);
-    return Put(window_.CmdDropDown[entry], kDropDownWidth).Gap();
+  /// The box of a numeric setting with its caption and its slider's button.
+  Row& Number(NumericOption option) {
+    Text(FactsOf(option).caption).Put(window_.pixelSelector[option], NumberWidth(FactsOf(option).format));
+    return Put(window_.CmdDropDown[option], kDropDownWidth).Gap();
   }
   Row& Group(ButtonGroup& group) {
     for (int i = 0; i < group.Count(); ++i) Put(group[i], kButtonSize, kBarHeight);
@@ -130,7 +114,7 @@ void OptionBarsWindow::NameBars() {
 }
 
 void OptionBarsWindow::AddNumbers() {
-  for (const NumberFacts& facts : kNumbers) {
+  for (const OptionFacts& facts : kOptions) {
     NumberBox& box = pixelSelector.Add(DrawToolbar[facts.tool], "pixelSelector");
     box.SetFormat(facts.format);
     box.SetPositiveOnly(true);
@@ -142,15 +126,18 @@ void OptionBarsWindow::AddNumbers() {
 }
 
 void OptionBarsWindow::FillBars() {
-  Row(*this, kPenTool).Number(4).Text("Style:").Group(Cmd3);
+  Row(*this, kPenTool).Number(kPenWidth).Text("Style:").Group(Cmd3);
   Row(*this, kMagnifyingTool).Text("Zoom:").Put(comboZoom, 84).Gap();
   Row(*this, kGradientTool).Text("Angle:").Put(lblAngle, 56).Gap();
-  Row(*this, kAirbrushTool).Number(2).Number(0);
-  Row(*this, kRectangleTool).Number(5).Group(Cmd).Put(RoundCorners, static_cast<int>(RoundCorners.Width()));
-  Row(*this, kCircleTool).Number(6).Group(Cmd2);
-  Row(*this, kBrightenTool).Number(3).Number(1).Group(Cmd4);
-  Row(*this, kBlurTool).Number(8);
-  Row(*this, kEraserTool).Number(9).Put(clearButton, 64).Gap();
+  Row(*this, kAirbrushTool).Number(kAirbrushSize).Number(kAirbrushPressure);
+  Row(*this, kRectangleTool)
+      .Number(kRectangleBorder)
+      .Group(Cmd)
+      .Put(RoundCorners, static_cast<int>(RoundCorners.Width()));
+  Row(*this, kCircleTool).Number(kCircleBorder).Group(Cmd2);
+  Row(*this, kBrightenTool).Number(kBrightenSize).Number(kBrightenPressure).Group(Cmd4);
+  Row(*this, kBlurTool).Number(kBlurSize);
+  Row(*this, kEraserTool).Number(kEraserWidth).Put(clearButton, 64).Gap();
   lblAngle.SetAlignment(kAlignCentre);
   ColorPick.SetBorder(true);
   ColorPick.SetAccessibleName("Color under the pointer");
@@ -161,7 +148,7 @@ void OptionBarsWindow::FillBars() {
 
 void OptionBarsWindow::FillTextBar() {
   Row row(*this, kTextTool);
-  row.Number(7).Put(lblFont, 96).Put(CmdFont, kDropDownWidth).Gap();
+  row.Number(kTextSize).Put(lblFont, 96).Put(CmdFont, kDropDownWidth).Gap();
   row.Put(lblFontStyle, 72).Put(CmdFontStyle, kDropDownWidth).Gap();
   row.Put(CmdButton.Add(DrawToolbar[kTextTool], "CmdButton", "Apply Text"), 86).Gap(4);
   row.Put(CmdButton.Add(DrawToolbar[kTextTool], "CmdButton", "Cancel Text"), 86);

@@ -3,7 +3,6 @@
 #include <array>
 #include <vector>
 
-#include "shell/state/State.h"
 #include "surface/forms/controls/CheckBox.h"
 #include "surface/forms/controls/ComboBox.h"
 #include "surface/forms/controls/Label.h"
@@ -11,12 +10,10 @@
 #include "surface/forms/picture/PictureSurface.h"
 #include "surface/forms/windows/Form.h"
 #include "tools/ButtonGroup.h"
+#include "tools/NumericOptions.h"
 #include "ui/NumberBox.h"
 
 namespace zelvane {
-
-/// Entries of `OptionTable` that have a box.
-inline constexpr int kOptionCount = 10;
 
 /// The option bars, one for each tool, of which that of `CurrentTool` is seen. The main window moves them
 /// into its top bar; the window itself never shows. What the controls are for is wired by `WireOptionBars`.
@@ -29,7 +26,7 @@ class OptionBarsWindow : public Form {
   std::array<PointerIcon, kToolCount>
       MyCursor{};  ///< the pointer over the picture; the Cursor tool has the default
 
-  ControlArray<NumberBox> pixelSelector;     ///< one for each entry of `OptionTable`, by its index
+  ControlArray<NumberBox> pixelSelector;     ///< by `NumericOption`
   ControlArray<PictureSurface> CmdDropDown;  ///< opens the slider for the box beside it
   ButtonGroup Cmd, Cmd2;  ///< style of the Rectangle and of the Circle tool, which share it
   ButtonGroup Cmd3;       ///< style of the Pen

@@ -1,28 +1,19 @@
 #include "tools/Options.h"
 
-#include "shell/state/State.h"
+#include "tools/NumericOptions.h"
 #include "tools/OptionBars.h"
 #include "tools/Selector.h"
 
 namespace zelvane {
-namespace {
-
-constexpr ToolOption kPressure{0, 100, 50}, kSize{1, 100, 10}, kThin{1, 100, 1}, kEraserWidth{1, 100, 5};
-
-ToolOption& OptionOf(int index) {
-  return State.OptionTable.at(static_cast<size_t>(index));
-}
-
-}  // namespace
 
 void FillOptions() {
-  State.OptionTable = {kPressure, kPressure, kSize, kSize,        kThin,        kThin,
-                       kThin,     kSize,     kSize, kEraserWidth, ToolOption{}, ToolOption{}};
   for (int i = 0; i < kOptionCount; ++i) {
+    ToolOption& option = OptionOf(NumericOption(i));
+    option = FactsOf(NumericOption(i)).start;
     NumberBox& box = frmControls->pixelSelector[i];
-    box.SetMaxValue(OptionOf(i).Max);
-    box.SetMinValue(OptionOf(i).Min);
-    box.SetValue(OptionOf(i).Value);
+    box.SetMaxValue(option.Max);
+    box.SetMinValue(option.Min);
+    box.SetValue(option.Value);
     box.SetUseMaxMinValues(true);
     DrawButtonLook(frmControls->CmdDropDown[i], ButtonLook::Hover);
   }
@@ -31,7 +22,7 @@ void FillOptions() {
 void WireOptionBars() {
   for (int16_t i = 0; i < kOptionCount; ++i) {
     frmControls->pixelSelector[i].OnChange = [i] {
-      OptionOf(i).Value = frmControls->pixelSelector[i].Value();
+      OptionOf(NumericOption{i}).Value = frmControls->pixelSelector[i].Value();
     };
     frmControls->CmdDropDown[i].OnClick = [i] { CmdDropDown_Click(i); };
   }

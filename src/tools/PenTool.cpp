@@ -1,3 +1,4 @@
+#include "tools/NumericOptions.h"
 #include "tools/Stroke.h"
 
 namespace zelvane {
@@ -5,12 +6,8 @@ namespace {
 
 constexpr int16_t kFreehand = 0;
 
-double PenWidth() {
-  return State.OptionTable[4].Value;
-}
-
 void Freehand(const Stroke& stroke) {
-  SetDrawWidths(stroke, PenWidth());
+  SetDrawWidths(stroke, OptionOf(kPenWidth).Value);
   DrawFreehand(stroke);
   RefreshPaintArea(stroke.Surface);
 }
@@ -21,7 +18,7 @@ void StraightLine(const Stroke& stroke) {
     return;
   }
   stroke.Document.FollowLine.SetVisible(false);
-  SetDrawWidths(stroke, PenWidth());
+  SetDrawWidths(stroke, OptionOf(kPenWidth).Value);
   const Target target = TargetOf(stroke);
   const Single x = target.X(stroke.X), y = target.Y(stroke.Y);
   if (PointerMoved(stroke.Surface, stroke.X, stroke.Y))

@@ -1,13 +1,10 @@
 #include "surface/raster/FailingStep.h"
+#include "tools/NumericOptions.h"
 #include "tools/OptionBars.h"
 #include "tools/SpannedBox.h"
 
 namespace zelvane {
 namespace {
-
-double BorderWidth() {
-  return State.OptionTable[5].Value;
-}
 
 void Drag(const Stroke& stroke) {
   SpanBox(stroke.Document.DrawBox, stroke);
@@ -28,7 +25,7 @@ void DrawRounded(const Target& target, const Stroke& stroke, Single sx, Single s
 void Release(const Stroke& stroke) {
   const Single sx = stroke.Surface.CurrentX(), sy = stroke.Surface.CurrentY();
   stroke.Document.DrawBox.SetVisible(false);
-  SetBoxStyle(stroke, BorderWidth());
+  SetBoxStyle(stroke, OptionOf(kRectangleBorder).Value);
   const Target target = TargetOf(stroke);
   if (frmControls->RoundCorners.Value() == 1)
     DrawRounded(target, stroke, sx, sy);

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "shell/state/State.h"
 #include "surface/raster/FailingStep.h"
 #include "surface/system/desktop/Screen.h"
+#include "tools/NumericOptions.h"
 #include "tools/OptionBars.h"
 
 namespace zelvane {
@@ -15,12 +15,8 @@ constexpr Single kBlockWidth = 10, kBlockHeight = 18;
 constexpr Single kTwips = Screen::kTwipsPerPixel;
 constexpr Single kTopTwips = 420, kSmallestLeftTwips = 60;
 
-ToolOption& OptionOf(int index) {
-  return State.OptionTable.at(static_cast<size_t>(index));
-}
-
-int ServedOption() {
-  return std::stoi(frmSelector->Window.Tag());
+NumericOption ServedOption() {
+  return static_cast<NumericOption>(std::stoi(frmSelector->Window.Tag()));
 }
 
 void DrawDropDown(int index, bool down) {
@@ -40,7 +36,7 @@ void PlaceWindow(int index) {
   frmSelector->Window.Move(std::max(left / kTwips, limit), menu_bar + kTopTwips / kTwips);
 }
 
-void PlaceHandle(int index) {
+void PlaceHandle(NumericOption index) {
   const ToolOption& option = OptionOf(index);
   const PictureSurface& track = frmSelector->ScrollBar;
   PictureSurface& handle = frmSelector->ScrollBlock;
@@ -101,7 +97,7 @@ int16_t ClampHandle(int16_t position) {
 }
 
 void ApplySlider() {
-  const int k = ServedOption();
+  const NumericOption k = ServedOption();
   ToolOption& option = OptionOf(k);
   const PictureSurface& track = frmSelector->ScrollBar;
   const PictureSurface& handle = frmSelector->ScrollBlock;
@@ -125,8 +121,8 @@ void CmdDropDown_Click(int16_t index) {
   frmControls->OpenSelector = index;
   DrawDropDown(index, true);
   PlaceWindow(index);
-  PlaceHandle(index);
-  With(ToInt16(OptionOf(index).Value),
+  PlaceHandle(NumericOption{index});
+  With(ToInt16(OptionOf(NumericOption{index}).Value),
        [&](int16_t whole) { frmControls->pixelSelector[index].SetValue(whole); });
   frmSelector->Window.SetTag(std::to_string(index));
   frmSelector->Window.BringToFront();

@@ -23,6 +23,7 @@ ROOMS = [
     ("shell/state/*", "shell/state", 4),
     ("document/layers/ImageDocument.*", "document/layers", 4),
     ("colour/*Panel.*", "colour panels", 4),
+    ("tools/NumericOptions.*", "tools panels", 4),
     ("tools/OptionBars*", "tools panels", 4),
     ("tools/ToolButtons.*", "tools panels", 4),
     ("tools/ButtonGroup.*", "tools panels", 4),
