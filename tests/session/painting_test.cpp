@@ -167,6 +167,41 @@ TEST_F(Painting, PaintsIntoTheFloatingSelectionAtItsPlace) {
   Expect("undone in the selection");
 }
 
+TEST_F(Painting, AFloatingSelectionStaysAboveWhateverHappensToThePicture) {
+  Open();
+  frmPaint& document = Document();
+  const auto picture_gets = [&](int left, int top, int right, int bottom, QRgb color) {
+    for (int y = top; y < bottom; ++y)
+      for (int x = left; x < right; ++x) expected_.setPixel(x, y, color);
+  };
+  const auto fill = [](PictureSurface& layer, int left, int top, int right, int bottom) {
+    layer.FilledBox(static_cast<Single>(left), static_cast<Single>(top), static_cast<Single>(right - 1),
+                    static_cast<Single>(bottom - 1), kBlack);
+    layer.Refresh();
+  };
+  document.BufferSelected.Move(20, 10, 10, 10);
+  document.BufferSelected.SetBackColor(kWhite);
+  document.SelectArea.SetVisible(true);
+  fill(document.Buffer, 22, 0, 25, 40);
+  fill(document.BufferSelected, 8, 3, 9, 4);
+  RefreshPaintArea(document.Buffer);
+  picture_gets(22, 0, 25, 40, kInk), picture_gets(20, 10, 30, 20, kBackInk),
+      picture_gets(28, 13, 29, 14, kInk);
+  Expect("drawn on and beneath at once");
+  document.BufferSelected.SetLeft(25);
+  RefreshPaintArea(document.Buffer);
+  picture_gets(25, 10, 35, 20, kBackInk), picture_gets(33, 13, 34, 14, kInk);
+  Expect("moved");
+  document.SelectArea.SetVisible(false);
+  fill(document.Buffer, 0, 0, 60, 40);
+  RefreshPaintArea(document.Buffer);
+  document.SelectArea.SetVisible(true);
+  RefreshPaintArea(document.Buffer);
+  picture_gets(0, 0, 60, 40, kInk), picture_gets(25, 10, 35, 20, kBackInk),
+      picture_gets(33, 13, 34, 14, kInk);
+  Expect("shown again where it was");
+}
+
 TEST_F(Painting, UndoExchangesAndOnlyButtonsOneAndTwoTakeASnapshot) {
   Open();
   const QImage before = expected_;

@@ -58,10 +58,11 @@ ImageDocument::ImageDocument()
 
   OnResize = [this] { Form_Resize(); };
   for (ScrollBar* bar : {&HScroll1, &VScroll1}) {
-    bar->OnChange = bar->OnScroll = [this] { Scrolled(); };
     bar->SetSmallChange(kScrollStep);
     bar->OnGotFocus = [this] { PaintArea.Refresh(), PaintArea.SetFocus(); };
   }
+  HScroll1.OnChange = HScroll1.OnScroll = [this] { HScroll1_Change(); };
+  VScroll1.OnChange = VScroll1.OnScroll = [this] { VScroll1_Change(); };
   TextInput.OnKeyDown = TextInput.OnKeyUp = [this](int16_t, int16_t) { TextInput_Key(); };
 }
 

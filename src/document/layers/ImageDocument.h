@@ -58,15 +58,23 @@ class ImageDocument : public Form {
 
   /// Lays the window out: scroll bars, viewport, and the picture centred or scrolled in it.
   void Form_Resize();
-  /// Lays out anew after a change of size or zoom and shows what is in view. Each argument is a fraction 0..1
-  /// of its scroll bar's range, or negative to leave that bar alone.
+  /// Lays out anew after a change of the picture's size or the zoom, lets the marquees follow and shows all
+  /// that is in view. Each argument puts its scroll bar to that fraction (0 to 1) of the bar's new range; a
+  /// negative one leaves the bar where it is, as far as the new range allows.
   void RealignZoom(double vertical, double horizontal);
+
+  /// Brings `Buffer` up to date with a floating selection: what was drawn on the selection or beneath it
+  /// since the last call, and all of it where it is new or has moved.
+  void MergeSelection();
 
  private:
   void LayOutAxis(bool horizontal);
   void MoveMarquees();
-  void Scrolled();
+  void HScroll1_Change();
+  void VScroll1_Change();
   void TextInput_Key();
+
+  Rect merged_place_;  ///< where `Buffer` holds the floating selection; empty while it doesn't
 };
 
 /// The document whose window is the main window's active child, null without one.

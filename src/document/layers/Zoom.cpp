@@ -27,6 +27,10 @@ Single PlaceAlong(const Axis& axis) {
   return static_cast<Single>(-axis.bar.Value());
 }
 
+Rect Shifted(const Rect& rect, int across, int down) {
+  return {rect.left + across, rect.top + down, rect.right + across, rect.bottom + down};
+}
+
 Rect Times(const Rect& pixels, int multiple) {
   return {pixels.left * multiple, pixels.top * multiple, pixels.right * multiple, pixels.bottom * multiple};
 }
@@ -56,15 +60,15 @@ void ImageDocument::Form_Resize() {
 }
 
 void ImageDocument::RealignZoom(double vertical, double horizontal) {
-  Form_Resize();
-  if (vertical >= 0)
-    With(ToInt16(VScroll1.Max() * vertical), [&](int16_t value) { VScroll1.SetValue(value); });
-  if (horizontal >= 0)
-    With(ToInt16(HScroll1.Max() * horizontal), [&](int16_t value) { HScroll1.SetValue(value); });
-  Form_Resize();
-  MoveMarquees();
-  if (PaintArea.Multiple() == ZoomMultiple()) return;
   PaintArea.SetSource(&Buffer, ZoomMultiple());
+  Form_Resize();
+  const auto put = [](ScrollBar& bar, double fraction) {
+    if (fraction < 0) return;
+    With(ToInt16(bar.Max() * fraction), [&](int16_t value) { bar.SetValue(value); });
+  };
+  put(VScroll1, vertical);
+  put(HScroll1, horizontal);
+  MoveMarquees();
   PaintArea.Refresh();
 }
 
@@ -82,17 +86,35 @@ void ImageDocument::MoveMarquees() {
   Assign(State.SelectionTop, ToInt16(SelectArea.Top()));
 }
 
-void ImageDocument::Scrolled() {
+/// What comes into view is painted by itself, and the marquees move along with the picture.
+void ImageDocument::HScroll1_Change() {
   PaintArea.SetFocus();
-  RealignZoom(-1, -1);
+  PaintArea.SetLeft(static_cast<Single>(-HScroll1.Value()));
+}
+
+void ImageDocument::VScroll1_Change() {
+  PaintArea.SetFocus();
+  PaintArea.SetTop(static_cast<Single>(-VScroll1.Value()));
+}
+
+void ImageDocument::MergeSelection() {
+  if (!SelectArea.Visible()) {
+    merged_place_ = {};
+    return;
+  }
+  const int left = static_cast<int>(BufferSelected.Left()), top = static_cast<int>(BufferSelected.Top());
+  const Rect place = Shifted(BufferSelected.Image().Bounds(), left, top);
+  const Rect drawn = Shifted(BufferSelected.TakeDamage(), left, top);
+  const bool is_merged = place == merged_place_;
+  const Rect changed = is_merged ? drawn.United(Buffer.Damage().Intersected(place)) : place;
+  Buffer.BitBlt(changed.left, changed.top, changed.Width(), changed.Height(), BufferSelected,
+                changed.left - left, changed.top - top);
+  merged_place_ = place;
 }
 
 void RefreshPaintArea(PictureSurface& surface) {
   ImageDocument& document = DocumentOf(surface);
-  PictureSurface& selected = document.BufferSelected;
-  if (document.SelectArea.Visible())
-    surface.BitBlt(static_cast<int>(selected.Left()), static_cast<int>(selected.Top()), selected.ScaleWidth(),
-                   selected.ScaleHeight(), selected, 0, 0);
+  document.MergeSelection();
   document.PaintArea.Refresh(Times(surface.TakeDamage(), document.ZoomMultiple()));
 }
 

@@ -138,8 +138,9 @@ void PictureSurface::Follow(int width, int height) {
 }
 
 void PictureSurface::Refresh() {
+  if (!widget_) return;
   const Rect damage = TakeDamage();
-  if (!widget_ || damage.IsEmpty()) return;
+  if (damage.IsEmpty()) return;
   NoteForPainting(*widget_, QRect(damage.left + FrameWidth(), damage.top + FrameWidth(), damage.Width(),
                                   damage.Height()));
 }

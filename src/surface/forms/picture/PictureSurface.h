@@ -34,7 +34,8 @@ class PictureSurface : public Control, public Canvas {
   /// Takes the bitmap as `Picture`, with its size.
   void SetPicture(Bitmap picture) { SetImage(std::move(picture)); }
 
-  /// Shows what has been drawn since the last call, and no more.
+  /// Shows what has been drawn since the last call, and no more. A layer keeps its damage for whoever shows
+  /// it.
   void Refresh();
 
   /// An SVG of the program's icons, drawn sharp over the pixels in a square of `size` in the middle.

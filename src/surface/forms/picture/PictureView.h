@@ -21,6 +21,9 @@ class PictureView : public Control {
   PictureView(Control& parent, const std::string& name);
   ~PictureView() override;
 
+  /// Whole numbers: a fraction is rounded, halves to even.
+  void SetWidth(Single width) override { Control::SetWidth(Whole(width)); }
+  void SetHeight(Single height) override { Control::SetHeight(Whole(height)); }
   Single ScaleWidth() const { return Width() - 2; }
   Single ScaleHeight() const { return Height() - 2; }
 
@@ -36,6 +39,7 @@ class PictureView : public Control {
  private:
   friend class Overlay;
   class View;
+  static Single Whole(Single size) { return static_cast<Single>(RoundHalfEven(size)); }
   const Canvas* source_ = nullptr;
   int multiple_ = 1;
   std::vector<Overlay*> overlays_;
