@@ -7,7 +7,7 @@
 namespace zelvane {
 namespace {
 
-/// Reaches beyond the lowest row of every surface that shows a ramp.
+/// The surfaces with ramps are at most that high, less one.
 constexpr int kLastRow = 20;
 
 /// A channel on its way from the left to the right of a ramp.

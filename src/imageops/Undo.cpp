@@ -3,23 +3,17 @@
 #include "surface/raster/FailingStep.h"
 
 namespace zelvane {
-namespace {
 
 /// The memory of the last snapshot is kept where it fits: a copy into fresh memory costs four times as much.
-void FitTo(PictureSurface& snapshot, const PictureSurface& live) {
-  if (snapshot.ScaleWidth() == live.ScaleWidth() && snapshot.ScaleHeight() == live.ScaleHeight()) return;
-  snapshot.SetImage(Bitmap());
-  snapshot.SetImage(Bitmap::Uninitialised(live.ScaleWidth(), live.ScaleHeight()));
+void TakeUndoSnapshot(ImageDocument& document, const PictureSurface& layer) {
+  Attempt([&] {
+    document.Undo.ResizeToOverwrite(layer.ScaleWidth(), layer.ScaleHeight());
+    document.Undo.BitBlt(0, 0, layer.ScaleWidth(), layer.ScaleHeight(), layer, 0, 0);
+  });
 }
 
-}  // namespace
-
 void TakeUndoSnapshot(ImageDocument& document) {
-  const PictureSurface& live = document.LiveLayer();
-  Attempt([&] {
-    FitTo(document.Undo, live);
-    document.Undo.BitBlt(0, 0, live.ScaleWidth(), live.ScaleHeight(), live, 0, 0);
-  });
+  TakeUndoSnapshot(document, document.LiveLayer());
 }
 
 void Undo_Click() {

@@ -3,6 +3,7 @@
 #include "document/window/OpenPicture.h"
 #include "document/window/SavePicture.h"
 #include "imageops/Undo.h"
+#include "selection/SelectionCommands.h"
 #include "shell/MenuEvents.h"
 #include "shell/state/RecentFiles.h"
 
@@ -85,6 +86,10 @@ void MainMenu::WireEvents() {
   Exit.OnClick = Exit_Click;
   Edit.OnClick = Edit_Click;
   Undo.OnClick = Undo_Click;
+  Cut.OnClick = Cut_Click;
+  Copy.OnClick = Copy_Click;
+  SelectAll.OnClick = SelectAll_Click;
+  ClearSelection.OnClick = ClearSelection_Click;
   Image.OnClick = Image_Click;
   ArrHorizontal.OnClick = ArrHorizontal_Click;
   ArrVertival.OnClick = ArrVertival_Click;

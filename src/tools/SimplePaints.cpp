@@ -8,12 +8,16 @@ namespace {
 
 void RunTool(const Stroke& stroke) {
   switch (static_cast<Tool>(State.CurrentTool)) {
+    case kCursorTool:
+      return CursorTool(stroke);
     case kPenTool:
       return PenTool(stroke);
     case kFloodfillTool:
       return FloodfillTool(stroke);
     case kGradientTool:
       return GradientTool(stroke);
+    case kSelectAreaTool:
+      return SelectAreaTool(stroke);
     case kAirbrushTool:
       return AirbrushTool(stroke);
     case kEyedropperTool:
@@ -28,9 +32,7 @@ void RunTool(const Stroke& stroke) {
       return BlurTool(stroke);
     case kEraserTool:
       return EraserTool(stroke);
-    case kCursorTool:
     case kMagnifyingTool:
-    case kSelectAreaTool:
     case kCropTool:
     case kTextTool:
       return;

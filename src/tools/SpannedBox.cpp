@@ -1,5 +1,8 @@
 #include "tools/SpannedBox.h"
 
+#include <algorithm>
+#include <cmath>
+
 #include "surface/raster/FailingStep.h"
 
 namespace zelvane {
@@ -21,6 +24,19 @@ std::optional<Side> SideOf(Single pressed, int16_t pointer, int16_t Z) {
   return pointer > pressed ? Side{start, *end - start} : Side{static_cast<Single>(*end), start - *end};
 }
 
+/// In units of the view: first at the right and the bottom, then at the left and the top.
+void ClipToPicture(ShapeOverlay& box, const PictureView& view) {
+  box.SetWidth(std::min(box.Width(), view.ScaleWidth() - box.Left()));
+  box.SetHeight(std::min(box.Height(), view.ScaleHeight() - box.Top()));
+  if (box.Left() < 0) box.SetWidth(box.Left() + box.Width()), box.SetLeft(0);
+  if (box.Top() < 0) box.SetHeight(box.Top() + box.Height()), box.SetTop(0);
+}
+
+/// Whether the press lies more than a pixel away, both taken as whole pixels.
+bool IsApart(Single pressed, int16_t pointer) {
+  return std::abs(RoundHalfEven(pressed) - pointer) > 1;
+}
+
 void SetFill(PictureSurface& layer, int16_t style, Color color) {
   layer.SetFillStyle(style);
   if (style == kFillSolid) layer.SetFillColor(color);
@@ -34,6 +50,24 @@ void SpanBox(ShapeOverlay& box, const Stroke& stroke) {
   const auto down = SideOf(Surface.CurrentY(), stroke.Y, stroke.Z);
   With(across, [&](const Side& side) { box.SetLeft(side.start), box.SetWidth(side.length); });
   With(down, [&](const Side& side) { box.SetTop(side.start), box.SetHeight(side.length); });
+}
+
+void SpanMarquee(ShapeOverlay& marquee, const Stroke& stroke) {
+  SpanBox(marquee, stroke);
+  ClipToPicture(marquee, stroke.Document.PaintArea);
+  const Rect pixels = PixelsOf(marquee, stroke.R);
+  const auto units = [&](int count) { return static_cast<Single>(count * stroke.Z); };
+  marquee.Move(units(pixels.left), units(pixels.top), units(pixels.Width()), units(pixels.Height()));
+}
+
+Rect PixelsOf(const ShapeOverlay& marquee, Single R) {
+  const auto pixels = [R](Single units) { return static_cast<int>(RoundHalfEven(R * units)); };
+  const int left = pixels(marquee.Left()), top = pixels(marquee.Top());
+  return {left, top, left + pixels(marquee.Width()), top + pixels(marquee.Height())};
+}
+
+bool IsDragged(const Stroke& stroke) {
+  return IsApart(stroke.Surface.CurrentX(), stroke.X) || IsApart(stroke.Surface.CurrentY(), stroke.Y);
 }
 
 void SetBoxStyle(const Stroke& stroke, double border_width) {

@@ -46,9 +46,11 @@ void DrawFreehand(const Stroke& stroke);
 void ShowFollowLine(const Stroke& stroke);
 
 // The tools, one source each.
+void CursorTool(const Stroke& stroke);
 void PenTool(const Stroke& stroke);
 void FloodfillTool(const Stroke& stroke);
 void GradientTool(const Stroke& stroke);
+void SelectAreaTool(const Stroke& stroke);
 void AirbrushTool(const Stroke& stroke);
 void EyedropperTool(const Stroke& stroke);
 void RectangleTool(const Stroke& stroke);

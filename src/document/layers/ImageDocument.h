@@ -18,7 +18,8 @@ namespace zelvane {
 /// the zoom multiple.
 ///
 /// While `SelectArea` is visible a floating selection exists: its pixels are in `BufferSelected` and, from
-/// the next `RefreshPaintArea` on, also in `Buffer`; `SelectedBack` holds what must return when it moves.
+/// the next `RefreshPaintArea` on, also in `Buffer`; `SelectedBack` holds what must return when it moves. A
+/// marquee that is still being drawn has lifted nothing: `BufferSelected` is empty.
 class ImageDocument : public Form {
  public:
   ImageDocument();
@@ -66,9 +67,16 @@ class ImageDocument : public Form {
   /// Brings `Buffer` up to date with a floating selection: what was drawn on the selection or beneath it
   /// since the last call, and all of it where it is new or has moved.
   void MergeSelection();
+  /// `Buffer` has the floating selection's pixels already, as it has where they were lifted from there.
+  void TakeAsMerged();
+  /// The marquee of the selection stands on the pixels that float. While no stroke runs, a drag starts from
+  /// there.
+  void PlaceSelectArea();
 
  private:
   void LayOutAxis(bool horizontal);
+  Rect SelectedPlace() const;
+  void PlaceMarquee(ShapeOverlay& marquee);
   void MoveMarquees();
   void HScroll1_Change();
   void VScroll1_Change();

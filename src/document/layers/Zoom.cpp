@@ -72,18 +72,25 @@ void ImageDocument::RealignZoom(double vertical, double horizontal) {
   PaintArea.Refresh();
 }
 
-/// The marquees follow the layer of the selection, which stands in image pixels.
-void ImageDocument::MoveMarquees() {
+/// Onto the layer of the selection, which stands in image pixels.
+void ImageDocument::PlaceMarquee(ShapeOverlay& marquee) {
   const Single s = ZoomMultiple();
-  const auto follow = [&](ShapeOverlay& marquee) {
-    marquee.Move(BufferSelected.Left() * s, BufferSelected.Top() * s, BufferSelected.Width() * s,
-                 BufferSelected.Height() * s);
-  };
-  if (CropArea.Visible()) follow(CropArea);
-  if (!SelectArea.Visible()) return;
-  follow(SelectArea);
+  marquee.Move(BufferSelected.Left() * s, BufferSelected.Top() * s, BufferSelected.Width() * s,
+               BufferSelected.Height() * s);
+}
+
+void ImageDocument::PlaceSelectArea() {
+  PlaceMarquee(SelectArea);
+  if (Down) return;
   Assign(State.SelectionLeft, ToInt16(SelectArea.Left()));
   Assign(State.SelectionTop, ToInt16(SelectArea.Top()));
+}
+
+/// One that is still being drawn follows the pointer.
+void ImageDocument::MoveMarquees() {
+  if (BufferSelected.Image().IsEmpty()) return;
+  if (CropArea.Visible()) PlaceMarquee(CropArea);
+  if (SelectArea.Visible()) PlaceSelectArea();
 }
 
 /// What comes into view is painted by itself, and the marquees move along with the picture.
@@ -97,13 +104,23 @@ void ImageDocument::VScroll1_Change() {
   PaintArea.SetTop(static_cast<Single>(-VScroll1.Value()));
 }
 
+Rect ImageDocument::SelectedPlace() const {
+  return Shifted(BufferSelected.Image().Bounds(), static_cast<int>(BufferSelected.Left()),
+                 static_cast<int>(BufferSelected.Top()));
+}
+
+void ImageDocument::TakeAsMerged() {
+  BufferSelected.TakeDamage();
+  merged_place_ = SelectedPlace();
+}
+
 void ImageDocument::MergeSelection() {
   if (!SelectArea.Visible()) {
     merged_place_ = {};
     return;
   }
-  const int left = static_cast<int>(BufferSelected.Left()), top = static_cast<int>(BufferSelected.Top());
-  const Rect place = Shifted(BufferSelected.Image().Bounds(), left, top);
+  const Rect place = SelectedPlace();
+  const int left = place.left, top = place.top;
   const Rect drawn = Shifted(BufferSelected.TakeDamage(), left, top);
   const bool is_merged = place == merged_place_;
   const Rect changed = is_merged ? drawn.United(Buffer.Damage().Intersected(place)) : place;

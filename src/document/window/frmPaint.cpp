@@ -75,6 +75,7 @@ void frmPaint::PaintArea_MouseDown(int16_t Button, Single X, Single Y) {
   if (Button != kLeftButton && Button != kRightButton) return;
   State.PointerButton = Button;
   TakeUndoSnapshot(*this);
+  if (SelectArea.Visible()) PlaceSelectArea();
   Down = true;
   const auto k = static_cast<Single>(100 / Zoom);
   Buffer.SetCurrentX(k * Centred(X, Zoom));

@@ -22,6 +22,12 @@ void Canvas::Resize(int width, int height) {
   SetImage(std::move(image));
 }
 
+void Canvas::ResizeToOverwrite(int width, int height) {
+  if (width == ScaleWidth() && height == ScaleHeight()) return;
+  SetImage({});
+  SetImage(Bitmap::Uninitialised(width, height));
+}
+
 void Canvas::SetImage(Bitmap image) {
   const bool resized = image.Width() != ScaleWidth() || image.Height() != ScaleHeight();
   image_ = std::move(image);

@@ -30,6 +30,9 @@ class Canvas {
   /// Keeps what both sizes have in common, the rest is `BackColor`. The same size changes nothing. Throws
   /// `SurfaceTooLarge`, with the surface as it was.
   void Resize(int width, int height);
+  /// `Resize` for a caller that writes every pixel next: what another size held is let go first, what memory
+  /// of the same size holds is kept. Throws `SurfaceTooLarge`, with the surface empty.
+  void ResizeToOverwrite(int width, int height);
 
   /// The pixels, shared until either side is written to.
   const Bitmap& Image() const { return image_; }
@@ -121,7 +124,6 @@ class Canvas {
 
   /// For loops over many pixels; whoever writes tells `AddDamage`. `y` in 0 to ScaleHeight() - 1.
   Pixel* WritableRow(int y) { return image_.WritableRow(y); }
-  Bitmap::Rows WritableRows() { return image_.WritableRows(); }
 
  protected:
   /// Called after the size has changed, by whichever road.
