@@ -1,68 +1,57 @@
-"""A picture is opened, painted on at two zooms, undone and saved."""
+"""What was painted while the view was scrolled is saved, and nothing is lost where the folder has gone."""
 
-from desk import RIGHT, check, main, wait_for
-from pictures import BLACK, WHITE
-from sheets import open_places, save
+import os
 
-
-def pen_at_100(desk):
-    path, program, sheet = open_places(desk, "picture.bmp")
-    program.press("Pen Tool")
-    sheet.row(10, 60, 20, BLACK)
-    sheet.row(90, 30, 40, WHITE, RIGHT)
-    save(program, path)
-    desk.expect_picture(path, sheet.picture)
+from desk import check, main, wait_for
+from pictures import BLACK, WHITE, Picture
+from sheets import open_picture, save
 
 
 def pen_at_300_after_scrolling(desk):
-    path, program, sheet = open_places(desk, "picture.bmp")
-    whole = sheet.picture.copy()
+    path, program, sheet = open_picture(desk, "picture.bmp", Picture.telling_places(200, 150))
     program.press("Magnifying Tool")
-    for percent in (200, 300):
-        # The middle of the picture stays in the middle of the view.
-        desk.click(*sheet.place(*((100, 75) if percent == 200 else (200, 150))))
-        program.find(f"{path} - {percent}%")
-    bars = program.controls(lambda control: control.role() == "scroll bar" and control.within(f"{path} - 300%"))
-    upright = [bar for bar in bars if bar.rect()[3] > bar.rect()[2] > 0]
-    check(len(upright) == 1, f"of {[bar.rect() for bar in bars]} one is an upright scroll bar of some width")
-    left, top, right, bottom = sheet.visible(whole)
-    middle = (left + right) // 2, (top + bottom) // 2
+    # The middle of the picture stays in the middle of the view.
+    for percent, middle in (200, (100, 75)), (300, (200, 150)):
+        desk.click(*sheet.place(*middle))
+        caption = f"{path} - {percent}%"
+        program.find(caption)
+    bars = program.controls(lambda control: control.role() == "scroll bar", program.find(caption))
+    x, y, width, height = next(bar.settled().rect() for bar in bars if bar.rect()[3] > bar.rect()[2] > 0)
+    middle = x - 60, y + height // 2
     before = desk.screen().at(*middle)
-    x, y, width, height = upright[0].rect()
     desk.click(x + width // 2, y + height * 4 // 5)
-    wait_for("the picture to scroll", lambda: desk.screen().at(*middle) not in (before, WHITE))
+    wait_for("the picture to scroll down", lambda: before[1] < desk.screen().at(*middle)[1] < WHITE[1])
 
-    check(whole.place_of(desk.screen().at(*middle))[1] > whole.place_of(before)[1], "it scrolled upwards")
     program.press("Pen Tool")
     screen = desk.screen()
     # Each of the three columns and rows of screen pixels that show a column or row of the picture.
     for i in range(3):
         start = middle[0] + i, middle[1] + 4 * i
         end = start[0] + 50, start[1]
-        (x1, y), (x2, _) = whole.place_of(screen.at(*start)), whole.place_of(screen.at(*end))
+        (x1, row, _), (x2, _, _) = screen.at(*start), screen.at(*end)
         desk.drag(start, end)
         desk.wait_for_pixel(start, BLACK)
         desk.wait_for_pixel(end, BLACK)
-        sheet.picture.row(x1, x2, y, BLACK)
+        sheet.picture.row(x1, x2, row, BLACK)
     save(program, path)
     desk.expect_picture(path, sheet.picture)
 
 
-def undo_and_again(desk):
-    path, program, sheet = open_places(desk, "picture.bmp")
+def folder_that_has_gone(desk):
+    os.mkdir(desk.path("there"))
+    path, program, sheet = open_picture(desk, "there/picture.bmp", Picture.telling_places(200, 150))
     program.press("Pen Tool")
     sheet.row(10, 60, 20, BLACK)
-    once = sheet.picture.copy()
-    sheet.row(10, 60, 30, BLACK)
-    twice = sheet.picture.copy()
-    program.key("ctrl+z")
-    desk.wait_for_pixel(sheet.place(30, 30), once.at(30, 30))
+    os.rename(desk.path("there"), desk.path("elsewhere"))
+    program.key("ctrl+s")
+    program.answer("The picture could not be saved", "OK")
+    check(not os.path.exists(desk.path("there")), "the folder was made anew")
+    program.key("ctrl+w")
+    program.answer("The image has been changed.", "Cancel")
+    os.rename(desk.path("elsewhere"), desk.path("there"))
+    desk.expect_picture(path, Picture.telling_places(200, 150))
     save(program, path)
-    desk.expect_picture(path, once)
-    program.key("ctrl+z")
-    desk.wait_for_pixel(sheet.place(30, 30), BLACK)
-    save(program, path)
-    desk.expect_picture(path, twice)
+    desk.expect_picture(path, sheet.picture)
 
 
-main("paint_and_save", pen_at_100, pen_at_300_after_scrolling, undo_and_again)
+main("paint_and_save", pen_at_300_after_scrolling, folder_that_has_gone)
