@@ -59,37 +59,18 @@ def room_of(path):
 
 
 def circles(graph):
-    """The sets of nodes that reach each other, of two nodes or more, and nodes that name themselves."""
-    index, low, stack, found = {}, {}, [], []
+    """The sets of nodes that reach each other, those of one node that names itself among them."""
+    def reached_from(node):
+        reached, pending = set(), [node]
+        while pending:
+            new = graph.get(pending.pop(), set()) - reached
+            reached |= new
+            pending += new
+        return reached
 
-    def visit(start):
-        work = [(start, iter(sorted(graph.get(start, ()))))]
-        index[start] = low[start] = len(index)
-        stack.append(start)
-        while work:
-            node, others = work[-1]
-            for other in others:
-                if other not in index:
-                    index[other] = low[other] = len(index)
-                    stack.append(other)
-                    work.append((other, iter(sorted(graph.get(other, ())))))
-                    break
-                if other in stack:
-                    low[node] = min(low[node], index[other])
-            else:
-                work.pop()
-                if work:
-                    low[work[-1][0]] = min(low[work[-1][0]], low[node])
-                if low[node] == index[node]:
-                    members = set(stack[stack.index(node):])
-                    del stack[stack.index(node):]
-                    if len(members) > 1 or node in graph.get(node, ()):
-                        found.append(members)
-
-    for node in sorted(graph):
-        if node not in index:
-            visit(node)
-    return found
+    reach = {node: reached_from(node) for node in graph}
+    return {frozenset(other for other in reach[node] if node in reach.get(other, ()))
+            for node in graph if node in reach[node]}
 
 
 def sources_of(folder):
@@ -100,54 +81,50 @@ def sources_of(folder):
                 yield os.path.relpath(os.path.join(place, name), folder)
 
 
+def includes_of(folder, path):
+    """(line, included path, whether it's written in quotes) of each."""
+    with open(os.path.join(folder, path), encoding="utf-8") as lines:
+        for number, match in enumerate(map(INCLUDE.match, lines), 1):
+            if match:
+                yield number, match[1] or match[2], match[1] is not None
+
+
 def violations(folder):
     """(path, line, why) of each, in the order of the files."""
     found = []
-    edges = []  # path, line, included path, room of path, room of the included
+    edges = []  # path, line, included path, room and floor of the path, of the included
     for path in sources_of(folder):
         here = room_of(path)
         if here is None:
             found.append((path, 1, "stands in no room; add it to the table of rooms and floors"))
             continue
         room, floor = here
-        with open(os.path.join(folder, path), encoding="utf-8") as lines:
-            for number, line in enumerate(lines, 1):
-                match = INCLUDE.match(line)
-                if not match:
-                    continue
-                own, outside = match.groups()
-                if outside is not None:
-                    if TOOLKIT_HEADER.match(outside) and room not in TOOLKIT_ROOMS:
-                        found.append((path, number, f"<{outside}>: {room} doesn't know the toolkit"))
-                    continue
-                if not os.path.isfile(os.path.join(folder, own)):
-                    found.append((path, number, f'"{own}": no such file; includes are written from the source folder'))
-                    continue
-                there = room_of(os.path.normpath(own))
-                if there is None:
-                    found.append((path, number, f'"{own}": stands in no room'))
-                    continue
-                edges.append((path, number, os.path.normpath(own), here, there))
+        for number, name, own in includes_of(folder, path):
+            there = room_of(os.path.normpath(name))
+            if not own:
+                if TOOLKIT_HEADER.match(name) and room not in TOOLKIT_ROOMS:
+                    found.append((path, number, f"<{name}>: {room} doesn't know the toolkit"))
+            elif not there or not os.path.isfile(os.path.join(folder, name)):
+                found.append((path, number, f'"{name}": no file of a room, as written from the source folder'))
+            else:
+                edges.append((path, number, os.path.normpath(name), here, there))
                 if there[1] > floor:
-                    why = f'"{own}": {room} (floor {floor}) reaches up to {there[0]} (floor {there[1]})'
+                    why = f'"{name}": {room} (floor {floor}) reaches up to {there[0]} (floor {there[1]})'
                     found.append((path, number, why))
 
-    rooms, headers = {}, {}
-    for path, _, own, here, there in edges:
-        if here != there and here[1] == there[1]:
-            rooms.setdefault(here[0], set()).add(there[0])
-        if path.endswith(".h"):
-            headers.setdefault(path, set()).add(own)
-    for circle in circles(rooms):
-        for path, number, own, here, there in edges:
-            if here != there and here[1] == there[1] and {here[0], there[0]} <= circle:
-                names = ", ".join(sorted(circle))
-                found.append((path, number, f'"{own}": closes a circle among the rooms {names}'))
-    for circle in circles(headers):
-        for path, number, own, _, _ in edges:
-            if path.endswith(".h") and {path, own} <= circle:
-                names = ", ".join(sorted(circle))
-                found.append((path, number, f'"{own}": closes a circle among the headers {names}'))
+    def add_circles(kind, links):
+        graph = {}
+        for _, (start, end) in links:
+            graph.setdefault(start, set()).add(end)
+        for circle in circles(graph):
+            for (path, number, name, _, _), ends in links:
+                if circle.issuperset(ends):
+                    names = ", ".join(sorted(circle))
+                    found.append((path, number, f'"{name}": closes a circle among the {kind} {names}'))
+
+    add_circles("rooms", [(edge, (edge[3][0], edge[4][0])) for edge in edges
+                          if edge[3] != edge[4] and edge[3][1] == edge[4][1]])
+    add_circles("headers", [(edge, (edge[0], edge[2])) for edge in edges if edge[0].endswith(".h")])
     return sorted(found)
 
 

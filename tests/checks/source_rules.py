@@ -28,51 +28,40 @@ def code_of(text):
 
 
 def breaches(root):
-    found = []
+    """(path, line, why) of each, in the order of the folders."""
     for folder in FOLDERS:
         for place, folders, names in os.walk(os.path.join(root, folder)):
             folders.sort()
             for name in sorted(names):
-                if not name.endswith((".h", ".cpp")):
-                    continue
-                path = os.path.relpath(os.path.join(place, name), root)
-                with open(os.path.join(root, path), encoding="utf-8") as file:
-                    text = file.read()
-                found += breaches_of(root, path, text)
-    return found
+                if name.endswith((".h", ".cpp")):
+                    path = os.path.relpath(os.path.join(place, name), root)
+                    with open(os.path.join(root, path), encoding="utf-8") as file:
+                        text = file.read()
+                    for line, why in breaches_of(root, path, text):
+                        yield path, line, why
 
 
 def breaches_of(root, path, text):
-    found = []
-    lines = text.split("\n")
+    lines, code = text.split("\n"), code_of(text).split("\n")
     for number, line in enumerate(lines, 1):
         if UNFINISHED.search(line):
-            found.append((path, number, "unfinished work; finish it or file it"))
+            yield number, "unfinished work; finish it or file it"
     if path.endswith(".h"):
-        first = next((line for line in code_of(text).split("\n") if line.strip()), "")
-        if first.strip() != "#pragma once":
-            found.append((path, 1, "a header begins with #pragma once"))
-        return found
-    if not path.startswith("src" + os.sep):
-        return found
-    for number, line in enumerate(code_of(text).split("\n"), 1):
-        if EXTERN.search(line):
-            found.append((path, number, "extern in a source file; declare the global in the header of its folder"))
-    own = os.path.relpath(path[: -len(".cpp")] + ".h", "src")
-    if os.path.isfile(os.path.join(root, "src", own)):
-        for number, line in enumerate(lines, 1):
-            match = INCLUDE.match(line)
-            if match:
-                if match.group(1) != own:
-                    found.append((path, number, f'the first include is the own header, "{own}"'))
-                break
-        else:
-            found.append((path, 1, f'doesn\'t include its own header, "{own}"'))
-    return found
+        if next((line.strip() for line in code if line.strip()), "") != "#pragma once":
+            yield 1, "a header begins with #pragma once"
+    elif path.startswith("src" + os.sep):
+        for number, line in enumerate(code, 1):
+            if EXTERN.search(line):
+                yield number, "extern in a source file; declare the global in the header of its folder"
+        own = os.path.relpath(path[: -len(".cpp")] + ".h", "src")
+        includes = ((number, match[1]) for number, match in enumerate(map(INCLUDE.match, lines), 1) if match)
+        number, first = next(includes, (1, ""))
+        if os.path.isfile(os.path.join(root, "src", own)) and first != own:
+            yield number, f'the first include is the own header, "{own}"'
 
 
 def main():
-    found = breaches(sys.argv[1])
+    found = list(breaches(sys.argv[1]))
     for path, number, why in found:
         print(f"{path}:{number}: {why}")
     return 1 if found else 0
