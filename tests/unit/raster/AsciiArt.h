@@ -1,7 +1,7 @@
 #pragma once
 
 #include <string>
-#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "surface/raster/Canvas.h"
@@ -9,52 +9,34 @@
 /// Surfaces as text: '.' white, '#' black, 'r', 'g', 'b' the primaries, '?' anything else.
 namespace zelvane::art {
 
-struct Ink {
-  char letter;
-  Color color;
-};
-inline constexpr Ink kInks[] = {
-    {'.', kWhite}, {'#', kBlack}, {'r', RGB(255, 0, 0)}, {'g', RGB(0, 255, 0)}, {'b', RGB(0, 0, 255)}};
-
-inline char Letter(Color color) {
-  for (const Ink& ink : kInks) {
-    if (ink.color == color) return ink.letter;
-  }
-  return '?';
-}
-
-inline Color ColorOf(char letter) {
-  for (const Ink& ink : kInks) {
-    if (ink.letter == letter) return ink.color;
-  }
-  return kNoColor;
-}
+inline constexpr Color kRed = RGB(255, 0, 0), kGreen = RGB(0, 255, 0), kBlue = RGB(0, 0, 255);
+inline constexpr std::pair<char, Color> kInks[] = {
+    {'.', kWhite}, {'#', kBlack}, {'r', kRed}, {'g', kGreen}, {'b', kBlue}};
 
 using Lines = std::vector<std::string>;
 
 inline Lines Text(const Canvas& canvas) {
-  Lines lines(static_cast<size_t>(canvas.ScaleHeight()));
-  for (int y = 0; y < canvas.ScaleHeight(); ++y) {
+  const auto width = static_cast<size_t>(canvas.ScaleWidth());
+  Lines lines(static_cast<size_t>(canvas.ScaleHeight()), std::string(width, '?'));
+  for (int y = 0; y < canvas.ScaleHeight(); ++y)
     for (int x = 0; x < canvas.ScaleWidth(); ++x)
-      lines[static_cast<size_t>(y)] += Letter(canvas.GetPixel(x, y));
-  }
+      for (const auto& [letter, color] : kInks)
+        if (canvas.GetPixel(x, y) == color) lines[static_cast<size_t>(y)][static_cast<size_t>(x)] = letter;
   return lines;
 }
 
-inline void Draw(Canvas& canvas, const Lines& lines) {
-  canvas.Resize(static_cast<int>(lines[0].size()), static_cast<int>(lines.size()));
-  for (int y = 0; y < canvas.ScaleHeight(); ++y) {
-    for (int x = 0; x < canvas.ScaleWidth(); ++x) {
-      canvas.SetPixelV(x, y, ColorOf(lines[static_cast<size_t>(y)][static_cast<size_t>(x)]));
-    }
-  }
-  canvas.TakeDamage();
-}
-
-/// A white surface of that size with nothing damaged.
+/// A white surface of that size, or one as its text tells, with nothing damaged.
 struct Sheet : Canvas {
   Sheet(int width, int height) {
     Resize(width, height);
+    TakeDamage();
+  }
+  explicit Sheet(const Lines& lines)
+      : Sheet(static_cast<int>(lines[0].size()), static_cast<int>(lines.size())) {
+    for (int y = 0; y < ScaleHeight(); ++y)
+      for (int x = 0; x < ScaleWidth(); ++x)
+        for (const auto& [letter, color] : kInks)
+          if (lines[static_cast<size_t>(y)][static_cast<size_t>(x)] == letter) SetPixelV(x, y, color);
     TakeDamage();
   }
 };

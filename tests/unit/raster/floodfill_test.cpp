@@ -1,29 +1,20 @@
 #include <gtest/gtest.h>
 
 #include <random>
-#include <utility>
-#include <vector>
 
 #include "raster/AsciiArt.h"
 
-namespace zelvane {
+namespace zelvane::art {
 namespace {
 
-using art::Lines;
-using art::Sheet;
-using art::Text;
-
-constexpr Color kRed = RGB(255, 0, 0);
-
 TEST(FloodFill, StopsAtCornersAndPaintsIntoPockets) {
-  Sheet canvas(1, 1);
-  art::Draw(canvas, {
-                        "..#....",
-                        ".##.##.",
-                        "#...#..",
-                        "..###.#",
-                        "......#",
-                    });
+  Sheet canvas({
+      "..#....",
+      ".##.##.",
+      "#...#..",
+      "..###.#",
+      "......#",
+  });
   canvas.SetFillColor(kRed);
   canvas.SetDrawMode(kDrawInvert);
   canvas.ExtFloodFill(1, 2, kWhite);
@@ -39,16 +30,17 @@ TEST(FloodFill, StopsAtCornersAndPaintsIntoPockets) {
 
 TEST(FloodFill, LeavesEverythingWhereThereIsNothingToFill) {
   Sheet canvas(3, 3);
-  canvas.SetFillColor(kRed);
-  canvas.ExtFloodFill(0, 0, kBlack);
-  canvas.ExtFloodFill(0, 0, kNoColor);
-  canvas.ExtFloodFill(-1, 0, kWhite);
-  canvas.ExtFloodFill(0, 3, kWhite);
-  canvas.SetFillColor(kWhite);
-  canvas.ExtFloodFill(0, 0, kWhite);
-  canvas.SetFillColor(kRed);
-  canvas.SetFillStyle(kFillTransparent);
-  canvas.ExtFloodFill(0, 0, kWhite);
+  const auto fill = [&canvas](int x, int y, Color area, Color paint, FillStyles style = kFillSolid) {
+    canvas.SetFillColor(paint);
+    canvas.SetFillStyle(style);
+    canvas.ExtFloodFill(x, y, area);
+  };
+  fill(0, 0, kBlack, kRed);
+  fill(0, 0, kNoColor, kRed);
+  fill(-1, 0, kWhite, kRed);
+  fill(0, 3, kWhite, kRed);
+  fill(0, 0, kWhite, kWhite);
+  fill(0, 0, kWhite, kRed, kFillTransparent);
   EXPECT_EQ(Text(canvas), (Lines{"...", "...", "..."}));
   EXPECT_TRUE(canvas.Damage().IsEmpty());
 }
@@ -72,26 +64,26 @@ Rect PlainFill(Bitmap& bitmap, int x, int y, Pixel area, Pixel paint) {
   return touched;
 }
 
+void ExpectPlainFill(Sheet& canvas, int x, int y) {
+  canvas.TakeDamage();
+  canvas.SetFillColor(kRed);
+  Bitmap expected = canvas.Image();
+  const Color area = canvas.GetPixel(x, y);
+  canvas.ExtFloodFill(x, y, area);
+  EXPECT_EQ(canvas.Damage(), PlainFill(expected, x, y, ToPixel(area), ToPixel(kRed)));
+  EXPECT_TRUE(canvas.Image() == expected);
+}
+
 TEST(FloodFill, MatchesAPlainFillOnNoiseOfEveryDensity) {
   std::mt19937 random(5);
   for (int i = 0; i < 400; ++i) {
     const int width = static_cast<int>(random() % 150) + 1, height = static_cast<int>(random() % 80) + 1;
     const unsigned walls = random() % 50;
     Sheet canvas(width, height);
-    for (int y = 0; y < height; ++y) {
-      for (int x = 0; x < width; ++x) {
+    for (int y = 0; y < height; ++y)
+      for (int x = 0; x < width; ++x)
         if (random() % 100 < walls) canvas.SetPixelV(x, y, kBlack);
-      }
-    }
-    canvas.TakeDamage();
-    Bitmap expected = canvas.Image();
-    const int x = width / 2, y = height / 3;
-    const Color area = canvas.GetPixel(x, y);
-    canvas.SetFillColor(kRed);
-    canvas.ExtFloodFill(x, y, area);
-    const Rect touched = PlainFill(expected, x, y, ToPixel(area), ToPixel(kRed));
-    ASSERT_TRUE(canvas.Image() == expected) << i;
-    ASSERT_EQ(canvas.Damage(), touched);
+    ExpectPlainFill(canvas, width / 2, height / 3);
   }
 }
 
@@ -100,18 +92,13 @@ TEST(FloodFill, FollowsASerpentineToItsEnd) {
   constexpr int kSide = 201;
   for (const bool across : {true, false}) {
     Sheet canvas(kSide, kSide);
-    for (int wall = 1; wall < kSide; wall += 2) {
-      for (int i = 0; i < kSide; ++i) {
+    for (int wall = 1; wall < kSide; wall += 2)
+      for (int i = 0; i < kSide; ++i)
         if (i != (wall % 4 == 1 ? kSide - 1 : 0))
           canvas.SetPixelV(across ? i : wall, across ? wall : i, kBlack);
-      }
-    }
-    canvas.SetFillColor(kRed);
-    canvas.ExtFloodFill(0, 0, kWhite);
-    EXPECT_EQ(canvas.GetPixel(kSide - 1, kSide - 1), kRed);
-    EXPECT_EQ(canvas.GetPixel(across ? 0 : kSide - 1, across ? kSide - 1 : 0), kRed);
+    ExpectPlainFill(canvas, 0, 0);
   }
 }
 
 }  // namespace
-}  // namespace zelvane
+}  // namespace zelvane::art

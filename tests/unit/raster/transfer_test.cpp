@@ -3,31 +3,24 @@
 #include <algorithm>
 #include <limits>
 #include <random>
-#include <utility>
-#include <vector>
 
 #include "raster/AsciiArt.h"
 
-namespace zelvane {
+namespace zelvane::art {
 namespace {
 
-using art::Lines;
-using art::Sheet;
-using art::Text;
+constexpr int32_t kMin = std::numeric_limits<int32_t>::min(), kMax = std::numeric_limits<int32_t>::max();
 
 class Dice {
  public:
   int Between(int low, int high) {
     return low + static_cast<int>(random_() % static_cast<unsigned>(high - low + 1));
   }
-  /// A surface with each pixel one of so many colours.
-  void Fill(Canvas& canvas, int width, int height, int colors) {
-    canvas.Resize(width, height);
-    for (int y = 0; y < height; ++y) {
-      for (int x = 0; x < width; ++x)
-        canvas.SetPixelV(x, y, Color{Between(0, colors - 1) * 0x3B1F57 & 0xFFFFFF});
-    }
-    canvas.TakeDamage();
+  Bitmap Noise(int width, int height) {
+    Bitmap noise(width, height, 0);
+    for (int y = 0; y < height; ++y)
+      for (int x = 0; x < width; ++x) noise.WritableRow(y)[x] = 0xFF000000 | Between(0, 99) * 0x3B1F57u;
+    return noise;
   }
 
  private:
@@ -44,17 +37,16 @@ Pixel Combined(RasterOp op, Pixel target, Pixel source) {
 }
 
 TEST(BitBlt, MatchesACopyThroughAnotherSurfacePixelByPixel) {
+  constexpr RasterOp kOps[] = {RasterOp::Copy, RasterOp::And, RasterOp::Xor};
   Dice dice;
   for (int i = 0; i < 600; ++i) {
-    Canvas canvas, other;
-    dice.Fill(canvas, 12, 9, 100);
-    dice.Fill(other, 9, 11, 100);
+    Canvas canvas, other, source, expected;
+    canvas.SetImage(dice.Noise(12, 9));
+    other.SetImage(dice.Noise(9, 11));
     const bool same = i % 3 != 0;
-    const RasterOp op =
-        std::vector{RasterOp::Copy, RasterOp::And, RasterOp::Xor}[static_cast<size_t>(i / 3 % 3)];
+    const RasterOp op = kOps[i / 3 % 3];
     const int x = dice.Between(-4, 12), y = dice.Between(-4, 9), width = dice.Between(-1, 15),
               height = dice.Between(-1, 12), from_x = dice.Between(-4, 12), from_y = dice.Between(-4, 9);
-    Canvas source, expected;
     source.SetImage(same ? canvas.Image() : other.Image());
     expected.SetImage(canvas.Image());
     for (int row = 0; row < height; ++row) {
@@ -70,9 +62,7 @@ TEST(BitBlt, MatchesACopyThroughAnotherSurfacePixelByPixel) {
 }
 
 TEST(BitBlt, WholeSurfaceAndFarRectangles) {
-  constexpr int32_t kMin = std::numeric_limits<int32_t>::min(), kMax = std::numeric_limits<int32_t>::max();
-  Sheet a(3, 2), b(3, 2);
-  a.SetPixelV(1, 1, kBlack);
+  Sheet a({"...", ".#."}), b(3, 2);
   const Bitmap shared = b.Image();
   b.BitBlt(0, 0, kMax, kMax, a, 0, 0);
   EXPECT_TRUE(b.Image() == a.Image());
@@ -84,17 +74,11 @@ TEST(BitBlt, WholeSurfaceAndFarRectangles) {
   EXPECT_TRUE(b.Damage().IsEmpty());
 }
 
-/// What one target pixel shows of a source, worked out by cutting source pixels into target-ths: the part of
-/// the axis in those units.
-std::pair<int64_t, int64_t> Covered(int64_t d, int64_t source, int64_t target) {
-  if (source > target) return {d * source, (d + 1) * source};
-  const int64_t pixel = d * source / target;
-  return {pixel * target, (pixel + 1) * target};
-}
-
-int64_t Part(std::pair<int64_t, int64_t> covered, int64_t pixel, int64_t target) {
-  return std::max<int64_t>(
-      0, std::min(covered.second, (pixel + 1) * target) - std::max(covered.first, pixel * target));
+/// One axis of a stretch: how much of the target pixel shows a source pixel, in target-ths of a pixel.
+int64_t Part(int64_t target_pixel, int64_t source_pixel, int64_t source, int64_t target) {
+  if (source <= target) return target_pixel * source / target == source_pixel ? target : 0;
+  return std::max<int64_t>(0, std::min((target_pixel + 1) * source, (source_pixel + 1) * target) -
+                                  std::max(target_pixel * source, source_pixel * target));
 }
 
 struct Stretch {
@@ -102,17 +86,13 @@ struct Stretch {
 };
 
 Pixel Averaged(const Canvas& source, const Stretch& s, int dx, int dy, Pixel untouched) {
-  const auto across = Covered(dx, s.from_width, s.width), down = Covered(dy, s.from_height, s.height);
   int64_t weight = 0, red = 0, green = 0, blue = 0;
   for (int y = 0; y < s.from_height; ++y) {
     for (int x = 0; x < s.from_width; ++x) {
-      const int64_t part = Part(across, x, s.width) * Part(down, y, s.height);
+      const int64_t part = Part(dx, x, s.from_width, s.width) * Part(dy, y, s.from_height, s.height);
       if (part == 0 || !Holds(source, s.from_x + x, s.from_y + y)) continue;
       const Channels c = Split(source.GetPixel(s.from_x + x, s.from_y + y));
-      weight += part;
-      red += part * c.red;
-      green += part * c.green;
-      blue += part * c.blue;
+      weight += part, red += part * c.red, green += part * c.green, blue += part * c.blue;
     }
   }
   if (weight == 0) return untouched;
@@ -123,17 +103,16 @@ Pixel Averaged(const Canvas& source, const Stretch& s, int dx, int dy, Pixel unt
 TEST(StretchBlt, MatchesTheAreasInEveryMixOfAxes) {
   Dice dice;
   for (int i = 0; i < 400; ++i) {
+    const Bitmap before = dice.Noise(11, 10);
     Canvas canvas, source;
-    dice.Fill(canvas, 11, 10, 100);
-    dice.Fill(source, 10, 12, 100);
+    canvas.SetImage(before);
+    source.SetImage(dice.Noise(10, 12));
     const Stretch s{dice.Between(-6, 8), dice.Between(-6, 8), dice.Between(1, 20), dice.Between(1, 20),
                     dice.Between(-3, 6), dice.Between(-3, 6), dice.Between(1, 16), dice.Between(1, 16)};
-    const Bitmap before = canvas.Image();
     canvas.StretchBlt(s.x, s.y, s.width, s.height, source, s.from_x, s.from_y, s.from_width, s.from_height);
-    const Rect target{s.x, s.y, s.x + s.width, s.y + s.height};
     for (int y = 0; y < 10; ++y) {
       for (int x = 0; x < 11; ++x) {
-        const bool inside = !target.Intersected({x, y, x + 1, y + 1}).IsEmpty();
+        const bool inside = x >= s.x && x < s.x + s.width && y >= s.y && y < s.y + s.height;
         const Pixel old = before.Row(y)[x];
         ASSERT_EQ(canvas.Image().Row(y)[x], inside ? Averaged(source, s, x - s.x, y - s.y, old) : old) << i;
       }
@@ -142,17 +121,14 @@ TEST(StretchBlt, MatchesTheAreasInEveryMixOfAxes) {
 }
 
 TEST(StretchBlt, WithinOneSurfaceReadsWhatWasThere) {
-  Sheet canvas(4, 1);
-  art::Draw(canvas, {"#rgb"});
+  Sheet canvas({"#rgb"});
   canvas.StretchBlt(0, 0, 4, 1, canvas, 0, 0, 2, 1);
   EXPECT_EQ(Text(canvas), (Lines{"##rr"}));
   EXPECT_EQ(canvas.Damage(), (Rect{0, 0, 4, 1}));
 }
 
 TEST(StretchBlt, FarRectanglesAreCutOut) {
-  constexpr int32_t kMin = std::numeric_limits<int32_t>::min(), kMax = std::numeric_limits<int32_t>::max();
-  Sheet canvas(4, 2), source(2, 2);
-  art::Draw(source, {"#r", "gb"});
+  Sheet canvas(4, 2), source({"#r", "gb"});
   // Half of 2^31 - 1 columns, rounded down, lie left of the surface; the second source column begins there.
   canvas.StretchBlt(-(kMax / 2) + 1, 0, kMax, 2, source, 0, 0, 2, 2);
   EXPECT_EQ(Text(canvas), (Lines{"##rr", "ggbb"}));
@@ -165,4 +141,4 @@ TEST(StretchBlt, FarRectanglesAreCutOut) {
 }
 
 }  // namespace
-}  // namespace zelvane
+}  // namespace zelvane::art
