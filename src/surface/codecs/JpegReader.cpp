@@ -1,60 +1,153 @@
-#include <cstring>
+// The library's headers need the first one here, and this order.
+// clang-format off
+#include <cstdio>
+#include <jpeglib.h>
+#include <jerror.h>
+// clang-format on
 
+#include <algorithm>
+#include <csetjmp>
+
+#include "surface/codecs/Orientation.h"
 #include "surface/codecs/PictureDecoder.h"
 
 namespace zelvane {
 
 namespace {
 
-/// A frame's header, which tells the size: the markers C0 to CF but for tables and their like.
-bool IsFrame(uint32_t marker) {
-  return marker >= 0xC0 && marker <= 0xCF && marker != 0xC4 && marker != 0xC8 && marker != 0xCC;
-}
-/// Markers without a length: restarts, the start, and the one kept for arithmetic coding.
-bool StandsAlone(uint32_t marker) {
-  return (marker >= 0xD0 && marker <= 0xD8) || marker == 0x01;
-}
-
-/// Behind the next 0xFF that starts a marker of that kind: within coded data neither a stuffed zero nor a
-/// restart counts. Puts the marker into `marker`; 0 where the bytes end first.
-uint64_t SkipToMarker(ByteView bytes, uint64_t at, bool in_data, uint32_t& marker) {
-  while (at < bytes.Size()) {
-    const void* found = std::memchr(bytes.Data() + at, 0xFF, bytes.Size() - at);
-    if (!found) return 0;
-    at = static_cast<uint64_t>(static_cast<const unsigned char*>(found) - bytes.Data()) + 1;
-    while (bytes.At(at) == 0xFF) ++at;
-    if (at >= bytes.Size()) return 0;
-    marker = bytes.At(at++);
-    if (marker != 0 && !(in_data && StandsAlone(marker))) return at;
+/// One run of the library, which leaves `Read` by a long jump where data is damaged: so everything that has
+/// to be destroyed lives in this object.
+class JpegRun {
+ public:
+  JpegRun(ByteView bytes, SizeLimit limit) : limit_(limit) {
+    library_.err = jpeg_std_error(&errors_);
+    errors_.error_exit = OnError;
+    errors_.emit_message = OnMessage;
+    library_.client_data = this;
+    if (setjmp(on_error_)) return;
+    jpeg_create_decompress(&library_);
+    created_ = true;
+    jpeg_mem_src(&library_, bytes.Data(), bytes.Size());
   }
-  return 0;
-}
+  ~JpegRun() { jpeg_destroy_decompress(&library_); }
+  JpegRun(const JpegRun&) = delete;
+  JpegRun& operator=(const JpegRun&) = delete;
 
-/// Walks the segments to the end mark, which a file cut short doesn't have.
-bool IsWhole(ByteView bytes, SizeLimit limit) {
-  bool sized = false, in_data = false;
-  uint32_t marker = 0;
-  uint64_t at = 2;
-  while ((at = SkipToMarker(bytes, at, in_data, marker)) != 0) {
-    if (marker == 0xD9) return sized && in_data;
-    if (StandsAlone(marker)) continue;
-    const uint64_t length = bytes.Big16(at);
-    if (length < 2 || !bytes.Has(at, length)) return false;
-    if (IsFrame(marker)) {
-      if (!limit.Admits(bytes.Big16(at + 5), bytes.Big16(at + 3))) return false;
-      sized = true;
+  /// False where the data is damaged or the picture larger than admitted.
+  bool Read() {
+    if (!created_ || setjmp(on_error_)) return false;
+    jpeg_save_markers(&library_, kNotes, kLongestSegment);
+    jpeg_read_header(&library_, TRUE);
+    if (!IsAdmitted() || !ChooseColours()) return false;
+    orientation_ = ReadOrientation();  // the end of decoding lets the notes go
+    progress_.progress_monitor = OnProgress;
+    library_.progress = &progress_;
+    jpeg_start_decompress(&library_);
+    bitmap_ = Bitmap::Uninitialised(static_cast<int>(library_.output_width),
+                                    static_cast<int>(library_.output_height));
+    ReadRows();
+    jpeg_finish_decompress(&library_);
+    return true;
+  }
+  Bitmap TakePicture() { return Oriented(std::move(bitmap_), orientation_); }
+
+ private:
+  static constexpr int kNotes = JPEG_APP0 + 1;
+  static constexpr unsigned kLongestSegment = 0xFFFF;
+
+  static JpegRun& RunOf(j_common_ptr library) { return *static_cast<JpegRun*>(library->client_data); }
+  [[noreturn]] static void OnError(j_common_ptr library) { longjmp(RunOf(library).on_error_, 1); }
+  /// A negative level is a warning: the library would go on with invented data.
+  static void OnMessage(j_common_ptr library, int level) {
+    if (level < 0 && !IsHarmless(*library->err)) OnError(library);
+  }
+  /// Stray bytes between segments, odd version numbers and needless fields leave every pixel as it was. Many
+  /// bytes left over before the mark of the end tell that the picture's data was misread on the way.
+  static bool IsHarmless(const jpeg_error_mgr& told) {
+    constexpr int kMostLeftOver = 8, kEnd = JPEG_EOI;
+    switch (told.msg_code) {
+      case JWRN_EXTRANEOUS_DATA:
+        return told.msg_parm.i[1] != kEnd || told.msg_parm.i[0] <= kMostLeftOver;
+      case JWRN_JFIF_MAJOR:
+      case JWRN_ADOBE_XFORM:
+      case JWRN_NOT_SEQUENTIAL:
+        return true;
+      default:
+        return false;
     }
-    if (marker == 0xDA) in_data = true;
-    at += length;
   }
-  return false;
-}
+  /// A file of a few bytes can ask for the whole picture to be gone over again and again.
+  static void OnProgress(j_common_ptr library) {
+    constexpr int kMostScans = 500;
+    if (reinterpret_cast<j_decompress_ptr>(library)->input_scan_number > kMostScans) OnError(library);
+  }
+
+  /// In several scans a picture is held in coefficients first, of two bytes a sample.
+  bool IsAdmitted() {
+    const SizeLimit limit = jpeg_has_multiple_scans(&library_) ? limit_.WithHalfAgain() : limit_;
+    return limit.Admits(library_.image_width, library_.image_height);
+  }
+  /// The library writes our pixels, opaque ones, but for inks.
+  bool ChooseColours() {
+    switch (library_.jpeg_color_space) {
+      case JCS_GRAYSCALE:
+      case JCS_RGB:
+      case JCS_YCbCr:
+        library_.out_color_space = JCS_EXT_BGRA;
+        return true;
+      case JCS_CMYK:
+      case JCS_YCCK:
+        library_.out_color_space = JCS_CMYK;
+        return true;
+      default:
+        return false;
+    }
+  }
+  void ReadRows() {
+    constexpr int kAtOnce = 16;
+    while (library_.output_scanline < library_.output_height) {
+      const int top = static_cast<int>(library_.output_scanline);
+      JSAMPROW rows[kAtOnce];
+      const int count = std::min(kAtOnce, bitmap_.Height() - top);
+      for (int i = 0; i < count; ++i) rows[i] = reinterpret_cast<JSAMPROW>(bitmap_.WritableRow(top + i));
+      const int done = static_cast<int>(jpeg_read_scanlines(&library_, rows, static_cast<JDIMENSION>(count)));
+      if (library_.out_color_space != JCS_CMYK) continue;
+      for (int i = 0; i < done; ++i) MixInks(bitmap_.WritableRow(top + i));
+    }
+  }
+  /// Files of inks hold, as all writers agreed to do, how much of the paper shows through.
+  void MixInks(Pixel* row) const {
+    const auto* inks = reinterpret_cast<const unsigned char*>(row);
+    for (int x = 0; x < bitmap_.Width(); ++x, inks += 4) {
+      const uint32_t key = inks[3];
+      row[x] = 0xFF000000u | inks[0] * key / 255 << 16 | inks[1] * key / 255 << 8 | inks[2] * key / 255;
+    }
+  }
+  uint32_t ReadOrientation() const {
+    constexpr char kName[] = "Exif\0";
+    for (jpeg_saved_marker_ptr marker = library_.marker_list; marker; marker = marker->next) {
+      const ByteView segment(marker->data, marker->data_length);
+      if (segment.StartsWith(kName, sizeof kName)) return ExifOrientation(segment.From(sizeof kName));
+    }
+    return 1;
+  }
+
+  SizeLimit limit_;
+  Bitmap bitmap_;
+  uint32_t orientation_ = 1;
+  jpeg_decompress_struct library_{};
+  jpeg_error_mgr errors_{};
+  jpeg_progress_mgr progress_{};
+  jmp_buf on_error_{};
+  bool created_ = false;
+};
 
 }  // namespace
 
 std::optional<Bitmap> DecodeJpeg(ByteView bytes, SizeLimit limit) {
-  if (!IsWhole(bytes, limit)) return std::nullopt;
-  return DecodeThroughQt(bytes, "jpeg", limit);
+  JpegRun run(bytes, limit);
+  if (!run.Read()) return std::nullopt;
+  return run.TakePicture();
 }
 
 }  // namespace zelvane

@@ -1,9 +1,8 @@
 #include "surface/codecs/PictureDecoder.h"
 
-#include <sys/sysinfo.h>
-
-#include <cstdio>
 #include <new>
+
+#include "surface/raster/Memory.h"
 
 namespace zelvane {
 
@@ -34,22 +33,6 @@ Reader ReaderFor(ByteView start) {
 }
 
 }  // namespace
-
-int64_t AvailableMemory() {
-  // The kernel's own estimate counts the caches that it would give up.
-  long long kibibytes = -1;
-  if (FILE* file = std::fopen("/proc/meminfo", "re")) {
-    char line[128];
-    while (kibibytes < 0 && std::fgets(line, sizeof line, file)) {
-      if (std::sscanf(line, "MemAvailable: %lld", &kibibytes) != 1) kibibytes = -1;
-    }
-    std::fclose(file);
-  }
-  if (kibibytes >= 0) return kibibytes * 1024;
-  struct sysinfo info = {};
-  if (sysinfo(&info) != 0) return 0;
-  return static_cast<int64_t>(info.freeram) * info.mem_unit;
-}
 
 SizeLimit LimitByMemory() {
   return {AvailableMemory() / (2 * kBytesPerPixel)};

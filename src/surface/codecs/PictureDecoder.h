@@ -15,14 +15,14 @@ struct SizeLimit {
   /// Width times height.
   int64_t pixels = 0;
 
+  /// For a reader that needs half as much memory again while it works.
+  SizeLimit WithHalfAgain() const { return {pixels - pixels / 3}; }
   bool Admits(int64_t width, int64_t height) const {
     return width > 0 && height > 0 && width <= kLargestSide && height <= kLargestSide &&
            width * height <= pixels;
   }
 };
 
-/// Bytes of memory that can be had without pushing anything out.
-int64_t AvailableMemory();
 /// The picture and one copy of it fit into the memory that is available.
 SizeLimit LimitByMemory();
 
@@ -43,8 +43,5 @@ std::optional<Bitmap> DecodeMng(ByteView bytes, SizeLimit limit);
 std::optional<Bitmap> DecodePng(ByteView bytes, SizeLimit limit);
 std::optional<Bitmap> DecodeTiff(ByteView bytes, SizeLimit limit);
 std::optional<Bitmap> DecodeXbm(ByteView bytes, SizeLimit limit);
-
-/// Runs Qt's reader of that format, and of no other, over bytes whose structure was checked.
-std::optional<Bitmap> DecodeThroughQt(ByteView bytes, const char* format, SizeLimit limit);
 
 }  // namespace zelvane

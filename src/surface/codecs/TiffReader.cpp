@@ -4,7 +4,9 @@
 #include <array>
 #include <cstring>
 
+#include "surface/codecs/DeepTiff.h"
 #include "surface/codecs/Flatten.h"
+#include "surface/codecs/Orientation.h"
 #include "surface/codecs/PictureDecoder.h"
 
 namespace zelvane {
@@ -135,14 +137,19 @@ class Tiff {
   bool big_endian_, large_;
 };
 
-/// The file as the library reads it.
+/// The file as the library reads it, with a limit on what it takes at once. What fails shows in what it
+/// returns; its own handlers would write to the standard error.
 class MemoryFile {
  public:
-  explicit MemoryFile(ByteView bytes) : bytes_(bytes) {
-    // The library's own handlers write to the standard error; what fails shows in what it returns.
-    TIFFSetWarningHandler(nullptr);
-    TIFFSetErrorHandler(nullptr);
-    file_ = TIFFClientOpen("", "rm", this, Read, Write, Seek, Close, Size, nullptr, nullptr);
+  MemoryFile(ByteView bytes, SizeLimit limit) : bytes_(bytes) {
+    constexpr tmsize_t kForItself = tmsize_t{1} << 20, kPictureAndCopy = 2 * sizeof(Pixel);
+    TIFFOpenOptions* options = TIFFOpenOptionsAlloc();
+    if (!options) return;
+    TIFFOpenOptionsSetMaxSingleMemAlloc(options, kForItself + limit.pixels * kPictureAndCopy);
+    TIFFOpenOptionsSetErrorHandlerExtR(options, KeepQuiet, nullptr);
+    TIFFOpenOptionsSetWarningHandlerExtR(options, KeepQuiet, nullptr);
+    file_ = TIFFClientOpenExt("", "rm", this, Read, Write, Seek, Close, Size, nullptr, nullptr, options);
+    TIFFOpenOptionsFree(options);
   }
   ~MemoryFile() {
     if (file_) TIFFClose(file_);
@@ -152,6 +159,7 @@ class MemoryFile {
   TIFF* Get() const { return file_; }
 
  private:
+  static int KeepQuiet(TIFF*, void*, const char*, const char*, va_list) { return 1; }
   static tmsize_t Read(thandle_t self, void* to, tmsize_t count) {
     auto& file = *static_cast<MemoryFile*>(self);
     const ByteView part = file.bytes_.Part(file.at_, static_cast<uint64_t>(count));
@@ -205,47 +213,15 @@ void SwapRedAndBlue(Bitmap& bitmap) {
   }
 }
 
-/// The library's conversion knows the kind of pixels, and gets it right: it mixes up tiles of grey in 16
-/// bits.
-bool IsForLibrary(TIFF* file) {
-  uint16_t kind = PHOTOMETRIC_RGB, bits = 1;
-  TIFFGetField(file, TIFFTAG_PHOTOMETRIC, &kind);
-  TIFFGetFieldDefaulted(file, TIFFTAG_BITSPERSAMPLE, &bits);
-  char reason[1024];
-  return !(bits == 16 && kind <= PHOTOMETRIC_MINISBLACK) && TIFFRGBAImageOK(file, reason);
-}
-
-/// Turns and mirrors as the file's tag of 1 to 8 wants it: from 5 on rows stand for columns.
-Bitmap Oriented(const Bitmap& stored, uint32_t orientation) {
-  if (orientation <= ORIENTATION_TOPLEFT || orientation > ORIENTATION_LEFTBOT) return stored;
-  const bool swapped = orientation >= ORIENTATION_LEFTTOP;
-  const int width = swapped ? stored.Height() : stored.Width();
-  const int height = swapped ? stored.Width() : stored.Height();
-  const bool from_right = orientation == ORIENTATION_TOPRIGHT || orientation == ORIENTATION_BOTRIGHT ||
-                          orientation == ORIENTATION_RIGHTTOP || orientation == ORIENTATION_RIGHTBOT;
-  const bool from_bottom = orientation == ORIENTATION_BOTRIGHT || orientation == ORIENTATION_BOTLEFT ||
-                           orientation == ORIENTATION_RIGHTBOT || orientation == ORIENTATION_LEFTBOT;
-  Bitmap shown = Bitmap::Uninitialised(width, height);
-  for (int y = 0; y < height; ++y) {
-    Pixel* row = shown.WritableRow(y);
-    const int v = from_bottom ? height - 1 - y : y;
-    for (int x = 0; x < width; ++x) {
-      const int u = from_right ? width - 1 - x : x;
-      row[x] = swapped ? stored.Row(u)[v] : stored.Row(v)[u];
-    }
-  }
-  return shown;
-}
-
 /// No value where the data is damaged.
-std::optional<Bitmap> DecodeThroughLibrary(TIFF* file, const Tiff::Page& page) {
+std::optional<Bitmap> DecodeThroughLibrary(TIFF* file, const Tiff::Page& page, uint32_t orientation) {
+  char reason[1024];
+  if (!TIFFRGBAImageOK(file, reason)) return std::nullopt;
   Bitmap bitmap = Bitmap::Uninitialised(static_cast<int>(page.width), static_cast<int>(page.height));
   // Asked for the orientation that it has, the library leaves rows and columns as they are stored.
-  uint16_t orientation = ORIENTATION_TOPLEFT;
-  TIFFGetFieldDefaulted(file, TIFFTAG_ORIENTATION, &orientation);
   constexpr int kStopOnError = 1;
   if (!TIFFReadRGBAImageOriented(file, static_cast<uint32_t>(page.width), static_cast<uint32_t>(page.height),
-                                 bitmap.WritableRow(0), orientation, kStopOnError)) {
+                                 bitmap.WritableRow(0), static_cast<int>(orientation), kStopOnError)) {
     return std::nullopt;
   }
   if (LeavesColours(file)) {
@@ -254,7 +230,7 @@ std::optional<Bitmap> DecodeThroughLibrary(TIFF* file, const Tiff::Page& page) {
   } else {
     LayOnWhite(bitmap);
   }
-  return Oriented(bitmap, orientation);
+  return bitmap;
 }
 
 }  // namespace
@@ -262,9 +238,15 @@ std::optional<Bitmap> DecodeThroughLibrary(TIFF* file, const Tiff::Page& page) {
 std::optional<Bitmap> DecodeTiff(ByteView bytes, SizeLimit limit) {
   const std::optional<Tiff::Page> page = Tiff(bytes).FirstPage(limit);
   if (!page) return std::nullopt;
-  const MemoryFile file(bytes);
-  if (file.Get() && IsForLibrary(file.Get())) return DecodeThroughLibrary(file.Get(), *page);
-  return DecodeThroughQt(bytes, "tiff", limit);  // which knows floating point
+  const MemoryFile file(bytes, limit);
+  if (!file.Get()) return std::nullopt;
+  uint16_t orientation = ORIENTATION_TOPLEFT;
+  TIFFGetFieldDefaulted(file.Get(), TIFFTAG_ORIENTATION, &orientation);
+  DeepTiff deep(file.Get());
+  std::optional<Bitmap> picture =
+      deep.IsKnown() ? deep.Read(limit) : DecodeThroughLibrary(file.Get(), *page, orientation);
+  if (picture) picture = Oriented(std::move(*picture), orientation);
+  return picture;
 }
 
 }  // namespace zelvane

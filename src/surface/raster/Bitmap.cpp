@@ -4,8 +4,8 @@
 
 #include <cstdlib>
 #include <cstring>
-#include <fstream>
-#include <string>
+
+#include "surface/raster/Memory.h"
 
 namespace zelvane {
 namespace {
@@ -16,23 +16,13 @@ constexpr size_t kMappedFrom = size_t{1} << 20;
 /// Below this size a block isn't worth asking the system how much memory it has left.
 constexpr size_t kCheckedFrom = size_t{16} << 20;
 
-/// Bytes the system can hand out without swapping; everything where it doesn't tell.
-size_t AvailableMemory() {
-  std::ifstream lines("/proc/meminfo");
-  std::string name, unit;
-  size_t kibibytes = 0;
-  while (lines >> name >> kibibytes && std::getline(lines, unit)) {
-    if (name == "MemAvailable:") return kibibytes * 1024;
-  }
-  return SIZE_MAX;
-}
-
 /// The system promises more memory than it has and kills whoever takes it at its word, so a large block is
 /// refused while there is still a choice. One eighth stays for everybody else.
 void RequireMemory(size_t bytes) {
   if (bytes < kCheckedFrom) return;
-  const size_t available = AvailableMemory();
-  if (bytes > available - available / 8) throw SurfaceTooLarge("not enough memory for the surface");
+  const int64_t available = AvailableMemory();
+  if (static_cast<int64_t>(bytes) > available - available / 8)
+    throw SurfaceTooLarge("not enough memory for the surface");
 }
 
 std::shared_ptr<void> HeapBlock(size_t bytes) {

@@ -19,21 +19,14 @@ QImage Sample(int width, int height) {
   return image;
 }
 
-QImage Smooth(int width, int height) {
-  QImage image(width, height, QImage::Format_RGB32);
-  for (int y = 0; y < height; ++y) {
-    for (int x = 0; x < width; ++x) image.setPixel(x, y, qRgb(x * 255 / width, y * 255 / height, 128));
-  }
-  return image;
-}
-
 Bytes Encoded(const QImage& image, const char* format, int quality,
-              QImageIOHandler::Transformations transformation) {
+              QImageIOHandler::Transformations transformation, bool progressive) {
   QBuffer buffer;
   buffer.open(QIODevice::WriteOnly);
   QImageWriter writer(&buffer, format);
   writer.setQuality(quality);
   writer.setTransformation(transformation);
+  writer.setProgressiveScanWrite(progressive);
   writer.write(image);
   return {buffer.data().begin(), buffer.data().end()};
 }

@@ -29,11 +29,8 @@ class Folder {
 /// No two pixels alike, every channel over its whole range.
 QImage Sample(int width = 37, int height = 23);
 
-/// Slow changes, which a lossy format keeps closely.
-QImage Smooth(int width, int height);
-
 Bytes Encoded(const QImage& image, const char* format, int quality = -1,
-              QImageIOHandler::Transformations transformation = QImageIOHandler::TransformationNone);
+              QImageIOHandler::Transformations transformation = {}, bool progressive = false);
 
 std::optional<Bitmap> Decoded(const Bytes& bytes);
 

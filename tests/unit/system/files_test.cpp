@@ -1,17 +1,22 @@
 #include "surface/system/files/Files.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
-#include <signal.h>
+#include <sys/file.h>
 #include <sys/mount.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <new>
 
 #include "codecs/PictureSamples.h"
+#include "surface/system/files/SafeFile.h"
 
 namespace zelvane::test {
 namespace {
@@ -25,7 +30,15 @@ std::string TextOf(const std::string& path) {
   std::ifstream file(path);
   return {std::istreambuf_iterator<char>(file), {}};
 }
+/// Hidden ones too.
+std::vector<std::string> NamesIn(const std::string& folder) {
+  std::vector<std::string> names;
+  for (const auto& entry : fs::directory_iterator(folder)) names.push_back(entry.path().filename());
+  std::sort(names.begin(), names.end());
+  return names;
+}
 const Bytes kNew{'n', 'e', 'w'};
+const std::vector<std::string> kOnlyFile{"file"};
 
 TEST(Paths, FolderNameAndExtension) {
   struct Case {
@@ -37,40 +50,62 @@ TEST(Paths, FolderNameAndExtension) {
                         {"/a.b/c", "/a.b", "c", ""},
                         {"/a/", "/a", "", ""},
                         {"x.", "", "x.", ""},
-                        {"", "", "", ""},
-                        {"/ä/Ü.ÄÖ", "/ä", "Ü.ÄÖ", "äö"},
-                        {"/", "/", "", ""}}) {
+                        {"/ä/Ü.ÄÖ", "/ä", "Ü.ÄÖ", "äö"}}) {
     EXPECT_EQ(FolderOf(c.path), c.folder) << c.path;
     EXPECT_EQ(NameOf(c.path), c.name) << c.path;
     EXPECT_EQ(ExtensionOf(c.path), c.extension) << c.path;
   }
-  EXPECT_EQ(AbsolutePath(""), "");
-  EXPECT_EQ(AbsolutePath("/a/./b/../c/"), "/a/c");
 }
 
-TEST(Folders, AreListedEnteredAndLeft) {
+TEST(Paths, StayThoseOfTheFileMeant) {
   const Folder folder;
+  fs::create_directories(folder.Path("deep/inner"));
+  fs::create_symlink("deep/inner", folder.Path("link"));
+  Put(folder.Path("deep/file"), "meant");
+  EXPECT_EQ(TextOf(AbsolutePath(folder.Path("link/../file"))), "meant");
+  EXPECT_EQ(AbsolutePath(""), "");
   const std::string before = CurrentFolder();
-  Put(folder.Path("b.exe"), "");
-  Put(folder.Path("A.EXE"), "");
-  Put(folder.Path("c.txt"), "");
+  ASSERT_TRUE(ChangeFolder(folder.Path("deep")));
+  EXPECT_EQ(TextOf(AbsolutePath("file")), "meant");
+  EXPECT_EQ(AbsolutePath("file"), CurrentFolder() + "/file");
+  EXPECT_TRUE(ChangeFolder(before));
+  EXPECT_FALSE(ChangeFolder(folder.Path("missing")));
+}
+
+TEST(Folders, TellFilesFromFolders) {
+  const Folder folder;
+  for (const char* name : {"b.exe", "A.EXE", "c.txt"}) Put(folder.Path(name), "");
   fs::create_directory(folder.Path("d.exe"));
   EXPECT_EQ(FilesIn(folder.Path("."), "*.exe"), (std::vector<std::string>{"A.EXE", "b.exe"}));
   EXPECT_TRUE(FilesIn(folder.Path("missing"), "*").empty());
-  ASSERT_TRUE(ChangeFolder(folder.Path("d.exe")));
-  EXPECT_EQ(AbsolutePath("x"), CurrentFolder() + "/x");
-  EXPECT_TRUE(ChangeFolder(before));
-  EXPECT_FALSE(ChangeFolder(folder.Path("missing")));
-  EXPECT_EQ(TemporaryFolder().back(), '/');
-  EXPECT_FALSE(FilesIn(ApplicationFolder(), "*").empty());
-
   EXPECT_TRUE(FileExists(folder.Path("c.txt")));
   EXPECT_FALSE(FileExists(folder.Path("d.exe")));
   EXPECT_FALSE(DeleteFile(folder.Path("d.exe")));
   EXPECT_TRUE(RenameFile(folder.Path("c.txt"), folder.Path("e.txt")));
-  EXPECT_FALSE(RenameFile(folder.Path("c.txt"), folder.Path("e.txt")));
   EXPECT_TRUE(DeleteFile(folder.Path("e.txt")));
   EXPECT_FALSE(FileExists(folder.Path("e.txt")));
+}
+
+TEST(Folders, TheTemporaryOneIsThisUsersAlone) {
+  const Folder folder;
+  const std::string before = qEnvironmentVariable("TMPDIR").toStdString();
+  qputenv("TMPDIR", QByteArray::fromStdString(folder.Path(".")));
+  const auto is_private = [](const std::string& path) {
+    const fs::file_status status = fs::symlink_status(path.substr(0, path.size() - 1));
+    return fs::is_directory(status) && status.permissions() == fs::perms{0700} && path.back() == '/';
+  };
+  const std::string own = OwnTemporaryFolder(), bare = own.substr(0, own.size() - 1);
+  EXPECT_TRUE(is_private(own)) << own;
+  fs::permissions(bare, fs::perms{0777});
+  EXPECT_EQ(OwnTemporaryFolder(), own);
+  EXPECT_TRUE(is_private(own));
+  // Somebody has put a link there.
+  fs::create_directory(folder.Path("elsewhere"));
+  fs::remove(bare);
+  fs::create_symlink("elsewhere", bare);
+  EXPECT_NE(OwnTemporaryFolder(), own);
+  EXPECT_TRUE(is_private(OwnTemporaryFolder()));
+  before.empty() ? qunsetenv("TMPDIR") : qputenv("TMPDIR", QByteArray::fromStdString(before));
 }
 
 TEST(WriteFileSafely, ReplacesTheFileAndKeepsItsRights) {
@@ -79,7 +114,7 @@ TEST(WriteFileSafely, ReplacesTheFileAndKeepsItsRights) {
   EXPECT_EQ(WriteFileSafely(path, kNew).reason, "");
   EXPECT_EQ(TextOf(path), "new");
   Put(path, "old");
-  ::chmod(path.c_str(), 0751);
+  fs::permissions(path, fs::perms{0751});
   fs::create_symlink("file", link);
   EXPECT_EQ(WriteFileSafely(link, kNew).reason, "");
   EXPECT_TRUE(fs::is_symlink(link));
@@ -88,7 +123,7 @@ TEST(WriteFileSafely, ReplacesTheFileAndKeepsItsRights) {
   fs::create_symlink("later", folder.Path("dangling"));
   EXPECT_EQ(WriteFileSafely(folder.Path("dangling"), {}).reason, "");
   EXPECT_EQ(fs::file_size(folder.Path("later")), 0u);
-  EXPECT_EQ(std::distance(fs::directory_iterator(folder.Path(".")), {}), 4);  // nothing left over
+  EXPECT_EQ(NamesIn(folder.Path(".")), (std::vector<std::string>{"dangling", "file", "later", "link"}));
 }
 
 TEST(WriteFileSafely, RefusesWhatIsNoFileOrHasNoPlace) {
@@ -104,23 +139,52 @@ TEST(WriteFileSafely, RefusesWhatIsNoFileOrHasNoPlace) {
   EXPECT_EQ(WriteFileSafely(folder.Path(std::string(300, 'x')), kNew).reason, "the name is too long");
   EXPECT_EQ(WriteFileSafely(folder.Path("inner/"), kNew).reason, "it is a folder");
   EXPECT_NE(WriteFileSafely("", kNew).reason, "");
-  EXPECT_EQ(fs::status(folder.Path("pipe")).type(), fs::file_type::fifo);
 }
 
-TEST(WriteFileSafely, AFileThatGrowsTooLargeLeavesTheOldOne) {
+TEST(WriteFileSafely, WhateverFailsLeavesTheOldFileAlone) {
   const Folder folder;
-  Put(folder.Path("file"), "old");
+  const std::string path = folder.Path("file");
+  Put(path, "old");
   rlimit before = {};
   ::getrlimit(RLIMIT_FSIZE, &before);
   const rlimit small{100000, before.rlim_max};
-  const auto handler = ::signal(SIGXFSZ, SIG_IGN);
+  SurviveFileSizeLimit();
   ::setrlimit(RLIMIT_FSIZE, &small);
-  const WriteResult result = WriteFileSafely(folder.Path("file"), Bytes(200000));
+  EXPECT_EQ(WriteFileSafely(path, Bytes(200000)).reason, "the file would be too large");
   ::setrlimit(RLIMIT_FSIZE, &before);
-  ::signal(SIGXFSZ, handler);
-  EXPECT_EQ(result.reason, "the file would be too large");
-  EXPECT_EQ(TextOf(folder.Path("file")), "old");
-  EXPECT_EQ(std::distance(fs::directory_iterator(folder.Path(".")), {}), 1);
+  const auto no_memory = [](const auto& sink) -> bool {
+    sink("half", 4);
+    throw std::bad_alloc();
+  };
+  EXPECT_EQ(WriteSafely(path, no_memory).reason, "there isn't enough memory");
+  EXPECT_NE(WriteSafely(path, [](const auto& sink) { return sink("half", 4), false; }).reason, "");
+  EXPECT_EQ(TextOf(path), "old");
+  EXPECT_EQ(NamesIn(folder.Path(".")), kOnlyFile);
+}
+
+TEST(WriteFileSafely, DeadDraftsAreSweptAndNobodyElses) {
+  const Folder folder;
+  const std::string path = folder.Path("file"), dead = ".zelvane-0123456789ab",
+                    live = ".zelvane-ba9876543210";
+  const std::vector<std::string> others{".zelvane-0123456789a", ".zelvane-0123456789aX",
+                                        ".zelvane-notes.txt"};
+  if (const pid_t writer = ::fork(); writer == 0) {
+    SafeFile file(path);
+    file.Write("half", 4);
+    ::_exit(0);  // as if killed: nothing is tidied up
+  } else {
+    ASSERT_EQ(::waitpid(writer, nullptr, 0), writer);
+  }
+  for (const std::string& name : {dead, live, others[0], others[1], others[2]})
+    Put(folder.Path(name), "draft");
+  const int held = ::open(folder.Path(live).c_str(), O_RDONLY);
+  ASSERT_EQ(::flock(held, LOCK_EX), 0);
+  EXPECT_EQ(WriteFileSafely(path, kNew).reason, "");
+  EXPECT_EQ(NamesIn(folder.Path(".")),
+            (std::vector<std::string>{others[0], others[1], live, others[2], "file"}));
+  ::close(held);
+  EXPECT_EQ(WriteFileSafely(path, kNew).reason, "");
+  EXPECT_FALSE(FileExists(folder.Path(live)));
 }
 
 TEST(WriteFileSafely, AFullOrReadOnlyDiskLeavesTheOldFile) {
@@ -131,11 +195,10 @@ TEST(WriteFileSafely, AFullOrReadOnlyDiskLeavesTheOldFile) {
     GTEST_SKIP() << "may not mount a small disk";
   Put(disk + "/file", "old");
   EXPECT_EQ(WriteFileSafely(disk + "/file", Bytes(200000)).reason, "no space left on the device");
-  EXPECT_EQ(TextOf(disk + "/file"), "old");
-  EXPECT_EQ(std::distance(fs::directory_iterator(disk), {}), 1);
   ::mount("none", disk.c_str(), nullptr, MS_REMOUNT | MS_RDONLY, nullptr);
   EXPECT_EQ(WriteFileSafely(disk + "/file", kNew).reason, "the disk is read-only");
   EXPECT_EQ(TextOf(disk + "/file"), "old");
+  EXPECT_EQ(NamesIn(disk), kOnlyFile);
   ::umount(disk.c_str());
 }
 
@@ -144,13 +207,13 @@ TEST(WriteFileSafely, ProtectedFilesAndFoldersStay) {
   const Folder folder;
   fs::create_directory(folder.Path("inner"));
   Put(folder.Path("inner/file"), "old");
-  ::chmod(folder.Path("inner/file").c_str(), 0444);
+  fs::permissions(folder.Path("inner/file"), fs::perms{0444});
   EXPECT_EQ(WriteFileSafely(folder.Path("inner/file"), kNew).reason, "permission denied");
-  ::chmod(folder.Path("inner/file").c_str(), 0644);
-  ::chmod(folder.Path("inner").c_str(), 0555);
+  fs::permissions(folder.Path("inner/file"), fs::perms{0644});
+  fs::permissions(folder.Path("inner"), fs::perms{0555});
   EXPECT_EQ(WriteFileSafely(folder.Path("inner/file"), kNew).reason, "permission denied");
   EXPECT_EQ(TextOf(folder.Path("inner/file")), "old");
-  ::chmod(folder.Path("inner").c_str(), 0755);
+  fs::permissions(folder.Path("inner"), fs::perms{0755});
 }
 
 }  // namespace

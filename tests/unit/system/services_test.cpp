@@ -81,18 +81,9 @@ TEST(Programs, RunAndTellTheirExitCode) {
   EXPECT_NE(::kill(process, 0), 0);  // not even its entry in the process table is left
 }
 
-TEST(Programs, NoWindowIsFoundWhereTitlesAreNotTold) {
-  if (QGuiApplication::platformName() == "xcb") GTEST_SKIP() << "there are windows here";
-  EXPECT_EQ(FindWindowByTitle(" a title"), 0u);
-}
-
 TEST(Screen, TellsTwips) {
-  const QRect whole = QGuiApplication::primaryScreen()->geometry();
-  EXPECT_EQ(Screen::Width(), whole.width() * 15.0);
-  EXPECT_EQ(Screen::Height(), whole.height() * 15.0);
-  EXPECT_LE(Screen::WorkAreaHeight(), Screen::Height());
-  const auto fonts = Screen::Fonts();
-  EXPECT_TRUE(std::is_sorted(fonts.begin(), fonts.end()));
+  EXPECT_EQ(Screen::Width(), QGuiApplication::primaryScreen()->geometry().width() * 15.0);
+  EXPECT_EQ(Screen::Height(), QGuiApplication::primaryScreen()->geometry().height() * 15.0);
 }
 
 TEST(Clock, CountsTheSecondsOfTheLocalDay) {

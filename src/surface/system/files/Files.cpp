@@ -1,11 +1,14 @@
 #include "surface/system/files/Files.h"
 
+#include <fcntl.h>
 #include <fnmatch.h>
+#include <signal.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <QString>
 #include <algorithm>
-#include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 
 #include "surface/system/files/SafeFile.h"
@@ -19,6 +22,19 @@ namespace fs = std::filesystem;
 std::string WithoutEndSeparator(std::string path) {
   while (path.size() > 1 && path.back() == '/') path.pop_back();
   return path;
+}
+
+/// A folder of this user that nobody else may look into; made where there is none.
+bool IsPrivate(const std::string& folder) {
+  constexpr mode_t kOwnerOnly = 0700, kOthers = 0077;
+  ::mkdir(folder.c_str(), kOwnerOnly);
+  const int file = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
+  if (file < 0) return false;
+  struct stat found = {};
+  const bool ours = ::fstat(file, &found) == 0 && found.st_uid == ::geteuid();
+  const bool closed = ours && ((found.st_mode & kOthers) == 0 || ::fchmod(file, kOwnerOnly) == 0);
+  ::close(file);
+  return closed;
 }
 
 }  // namespace
@@ -71,11 +87,20 @@ std::string TemporaryFolder() {
   return bare == "/" ? bare : bare + '/';
 }
 
+std::string OwnTemporaryFolder() {
+  const std::string system = TemporaryFolder();
+  std::string own = system + "zelvane-" + std::to_string(::geteuid());
+  if (IsPrivate(own)) return own + '/';
+  // Somebody else took the name: one that nobody can foresee.
+  own = system + "zelvane-XXXXXX";
+  return ::mkdtemp(own.data()) ? own + '/' : std::string();
+}
+
 std::string AbsolutePath(const std::string& path) {
   if (path.empty()) return {};
   std::error_code error;
   const fs::path whole = fs::absolute(path, error);
-  return error ? path : WithoutEndSeparator(whole.lexically_normal().string());
+  return error ? path : whole.string();
 }
 
 std::string FolderOf(const std::string& path) {
@@ -98,10 +123,12 @@ std::string ToLower(const std::string& text) {
   return QString::fromStdString(text).toLower().toStdString();
 }
 
+void SurviveFileSizeLimit() {
+  ::signal(SIGXFSZ, SIG_IGN);
+}
+
 WriteResult WriteFileSafely(const std::string& path, const std::vector<unsigned char>& bytes) {
-  SafeFile file(path);
-  file.Write(bytes.data(), bytes.size());
-  return file.Commit();
+  return WriteSafely(path, [&](const auto& sink) { return sink(bytes.data(), bytes.size()); });
 }
 
 }  // namespace zelvane

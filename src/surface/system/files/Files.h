@@ -21,7 +21,11 @@ std::string CurrentFolder();
 bool ChangeFolder(const std::string& folder);
 /// The system's folder for temporary files, with its separator at the end.
 std::string TemporaryFolder();
-/// Against the current folder; an empty path stays empty.
+/// A folder within it that is this user's alone, with its separator at the end; empty where there can't be
+/// one.
+std::string OwnTemporaryFolder();
+/// Against the current folder; an empty path stays empty. What leads through ".." stays as it is, since a
+/// link may stand before it.
 std::string AbsolutePath(const std::string& path);
 
 /// The text before the last separator (the root keeps it) and the text after it.
@@ -30,6 +34,10 @@ std::string NameOf(const std::string& path);
 /// The text after the last ".", in lower case; empty without one.
 std::string ExtensionOf(const std::string& path);
 std::string ToLower(const std::string& text);
+
+/// From now on a file that would outgrow what the process may write is a failed write, as on a full disk;
+/// the system would end the program instead.
+void SurviveFileSizeLimit();
 
 /// How the writing of a file went. `reason` is a phrase for a person, empty where it worked.
 struct WriteResult {

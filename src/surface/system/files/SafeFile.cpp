@@ -1,6 +1,8 @@
 #include "surface/system/files/SafeFile.h"
 
+#include <dirent.h>
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -8,7 +10,11 @@
 #include <cstdint>
 #include <cstring>
 #include <filesystem>
+#include <new>
 #include <random>
+#include <string_view>
+
+#include "surface/raster/Bitmap.h"
 
 namespace zelvane {
 
@@ -33,6 +39,8 @@ std::string PhraseFor(int error) {
       return "the name is too long";
     case ELOOP:
       return "the link leads back to itself";
+    case ENOMEM:
+      return "there isn't enough memory";
     case EIO:
       return "the device reported an error";
     default:
@@ -40,20 +48,58 @@ std::string PhraseFor(int error) {
   }
 }
 
+constexpr std::string_view kDraftStart = ".zelvane-";
+constexpr std::string_view kDigits = "0123456789abcdefghijklmnopqrstuv";
+constexpr size_t kDraftDigits = 12;
+constexpr int kTries = 100;
+constexpr mode_t kReadWrite = 0666;  // less what the user's mask takes away
+
 /// Hidden, short whatever the target's name, and not one that another process takes.
-std::string DraftName() {
-  constexpr char kDigits[] = "0123456789abcdefghijklmnopqrstuv";
+std::string DraftIn(const std::string& folder) {
   std::random_device random;
-  std::string name = ".zelvane-";
-  for (int i = 0; i < 12; ++i) name += kDigits[random() % 32];
-  return name;
+  std::string name(kDraftStart);
+  for (size_t i = 0; i < kDraftDigits; ++i) name += kDigits[random() % kDigits.size()];
+  return (std::filesystem::path(folder) / name).string();
+}
+
+bool IsDraft(std::string_view name) {
+  return name.size() == kDraftStart.size() + kDraftDigits && name.starts_with(kDraftStart) &&
+         name.find_first_not_of(kDigits, kDraftStart.size()) == std::string_view::npos;
+}
+
+/// A draft is locked as long as somebody writes it. False only where somebody else holds the lock.
+bool LockDraft(int file) {
+  return ::flock(file, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
+}
+
+/// Removes the draft where it's this user's and nobody holds its lock any more.
+void SweepDraft(int folder, const char* name) {
+  const int file = ::openat(folder, name, O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+  if (file < 0) return;
+  struct stat found = {};
+  const bool ours = ::fstat(file, &found) == 0 && S_ISREG(found.st_mode) && found.st_uid == ::geteuid();
+  if (ours && ::flock(file, LOCK_EX | LOCK_NB) == 0) ::unlinkat(folder, name, 0);
+  ::close(file);
+}
+
+void SweepDrafts(const std::string& path) {
+  DIR* folder = ::opendir(path.c_str());
+  if (!folder) return;
+  while (const dirent* entry = ::readdir(folder)) {
+    if (IsDraft(entry->d_name)) SweepDraft(::dirfd(folder), entry->d_name);
+  }
+  ::closedir(folder);
+}
+
+std::string DescriptorPath(int file) {
+  return "/proc/self/fd/" + std::to_string(file);
 }
 
 }  // namespace
 
 SafeFile::SafeFile(const std::string& path) {
   FindTarget(path);
-  if (!Failed()) CreateBeside();
+  if (!Failed()) CreateDraft();
   if (!Failed() && replaces_) TakeOverRights();
 }
 
@@ -89,15 +135,49 @@ void SafeFile::FindTarget(const std::string& path) {
   }
 }
 
-void SafeFile::CreateBeside() {
-  constexpr mode_t kReadWrite = 0666;  // less what the user's mask takes away
-  constexpr int kTries = 100;
+void SafeFile::CreateDraft() {
+  SweepDrafts(folder_);
+  if (!CreateUnnamed()) CreateNamed();
+}
+
+/// False where the file system knows no files without a name, or the name couldn't be given later.
+bool SafeFile::CreateUnnamed() {
+  file_ = ::open(folder_.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, kReadWrite);
+  if (file_ < 0) return false;
+  if (::access(DescriptorPath(file_).c_str(), F_OK) == 0) return LockDraft(file_);
+  ::close(file_);
+  file_ = -1;
+  return false;
+}
+
+void SafeFile::CreateNamed() {
   int error = EEXIST;
   for (int i = 0; i < kTries && error == EEXIST; ++i) {
-    const std::string draft = (std::filesystem::path(folder_) / DraftName()).string();
+    const std::string draft = DraftIn(folder_);
     file_ = ::open(draft.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kReadWrite);
     error = file_ >= 0 ? 0 : errno;
-    if (file_ >= 0) draft_ = draft;
+    if (file_ < 0) continue;
+    // Until it's locked, another process may take it for a dead one and sweep it.
+    struct stat made = {};
+    if (LockDraft(file_) && ::fstat(file_, &made) == 0 && made.st_nlink > 0) {
+      draft_ = draft;
+      return;
+    }
+    ::close(file_);
+    file_ = -1;
+    error = EEXIST;
+  }
+  Fail(error);
+}
+
+/// A name can't be given over an existing one, so the draft gets one of its own before it replaces the file.
+void SafeFile::GiveName() {
+  const std::string unnamed = DescriptorPath(file_);
+  int error = EEXIST;
+  for (int i = 0; i < kTries && error == EEXIST; ++i) {
+    const std::string draft = DraftIn(folder_);
+    error = ::linkat(AT_FDCWD, unnamed.c_str(), AT_FDCWD, draft.c_str(), AT_SYMLINK_FOLLOW) == 0 ? 0 : errno;
+    if (error == 0) draft_ = draft;
   }
   if (error != 0) Fail(error);
 }
@@ -140,16 +220,20 @@ WriteResult SafeFile::Commit() {
   if (!Failed() && ::fsync(file_) != 0) Fail(errno);
   if (!Failed() && ::fstat(file_, &made) != 0) Fail(errno);
   if (!Failed() && static_cast<uint64_t>(made.st_size) != written_) Fail(EIO);
-  if (!Failed()) {
-    const int closed = ::close(file_);
-    file_ = -1;
-    if (closed != 0) Fail(errno);
-  }
-  if (!Failed() && ::rename(draft_.c_str(), target_.c_str()) != 0) Fail(errno);
+  if (!Failed() && draft_.empty()) GiveName();
+  if (!Failed()) Replace();
   if (Failed()) return {reason_};
-  draft_.clear();
   FlushFolder();
   return {};
+}
+
+/// Closing tells what went wrong late. The second handle keeps the draft locked until it has its place.
+void SafeFile::Replace() {
+  const int lock = ::dup(file_);
+  if (::close(file_) != 0) Fail(errno);
+  file_ = lock;
+  if (!Failed() && ::rename(draft_.c_str(), target_.c_str()) != 0) Fail(errno);
+  if (!Failed()) draft_.clear();
 }
 
 /// The new name to the disk too. The file is in its place by now, so a failure changes nothing: the old or
@@ -163,6 +247,22 @@ void SafeFile::FlushFolder() const {
 
 void SafeFile::Fail(int error) {
   reason_ = PhraseFor(error);
+}
+
+WriteResult WriteSafely(const std::string& path, const PieceSource& source) {
+  try {
+    SafeFile file(path);
+    const bool whole = file.Failed() || source([&](const void* bytes, size_t count) {
+                         file.Write(bytes, count);
+                         return !file.Failed();
+                       });
+    if (!whole && !file.Failed()) return {"the picture doesn't fit into this kind of file"};
+    return file.Commit();
+  } catch (const std::bad_alloc&) {
+    return {PhraseFor(ENOMEM)};
+  } catch (const SurfaceTooLarge&) {
+    return {PhraseFor(ENOMEM)};
+  }
 }
 
 }  // namespace zelvane

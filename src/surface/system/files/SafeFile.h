@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <string>
 
 #include "surface/system/files/Files.h"
@@ -8,7 +9,9 @@
 namespace zelvane {
 
 /// A file being written beside the one that it will replace, piece by piece. The old file stands until
-/// `Commit` has put the new one, whole and on the disk, in its place; without a commit nothing remains.
+/// `Commit` has put the new one, whole and on the disk, in its place; without a commit nothing remains. The
+/// draft has no name until then, so that not even a killed process leaves one; where the file system knows no
+/// such files, it has a name and a lock on it, and the next save into the folder clears away what died.
 class SafeFile {
  public:
   explicit SafeFile(const std::string& path);
@@ -24,9 +27,13 @@ class SafeFile {
  private:
   /// The regular file behind symbolic links; sets `reason_` where there is something else.
   void FindTarget(const std::string& path);
-  void CreateBeside();
+  void CreateDraft();
+  bool CreateUnnamed();
+  void CreateNamed();
+  void GiveName();
   void TakeOverRights();
   void StartFlushing();
+  void Replace();
   void Fail(int error);
   void FlushFolder() const;
 
@@ -36,5 +43,11 @@ class SafeFile {
   size_t written_ = 0, flushing_ = 0;
   bool replaces_ = false;
 };
+
+/// Hands out the bytes of a file one piece after the other; false where there won't be a whole file.
+using PieceSource = std::function<bool(const std::function<bool(const void* bytes, size_t count)>& sink)>;
+
+/// Writes what `source` hands out as a `SafeFile`. Memory that doesn't suffice is a failure like others.
+WriteResult WriteSafely(const std::string& path, const PieceSource& source);
 
 }  // namespace zelvane
