@@ -23,6 +23,13 @@ std::string DefaultFolder() {
   return folder + (folder.ends_with('/') ? "MyKorvath" : "/MyKorvath");
 }
 
+/// The place for it holds 64 bytes, of which one ends the text: a temporary folder with a longer path leaves
+/// it empty.
+std::string FetchTempPath() {
+  constexpr size_t kRoom = 64;
+  return TemporaryFolder().size() < kRoom ? OwnTemporaryFolder() : std::string();
+}
+
 }  // namespace
 
 std::string PathFromCommandLine(const std::string& tail) {
@@ -32,18 +39,24 @@ std::string PathFromCommandLine(const std::string& tail) {
   return AbsolutePath(path);
 }
 
+bool IsNTPlatform() {
+  return true;
+}
+
 bool Main(const std::string& tail) {
+  SurviveFileSizeLimit();
   State.CommandLine = PathFromCommandLine(tail);
   WriteSetting("CommandLine2", State.CommandLine);
   State.FileTypeNames = {"", "GIF", "JPEG", "PNG", "BMP"};
   State.AccentColor = RGB(192, 192, 192);
   State.PicFormatObject = std::make_unique<PicFormat32>();
+  State.IsNT = IsNTPlatform();
   ChangeFolder(ApplicationFolder());
   State.ZelvaneFolder = ReadSetting("ZelvaneFolder", DefaultFolder());
   FindSiblings();
   State.ShowSplash =
       ReadNumber("ShowSplashScreen", 1) == 1.0 && State.SabriqueWindow == 0 && State.KorvathWindow == 0;
-  State.TempPath = TemporaryFolder();
+  State.TempPath = FetchTempPath();
   MainForm->MDIForm_Load();
   return true;
 }

@@ -12,7 +12,6 @@
 #include "shell/state/RecentFiles.h"
 #include "shell/state/Settings.h"
 #include "surface/forms/windows/Application.h"
-#include "surface/raster/FailingStep.h"
 #include "tools/SelectTool.h"
 #include "tools/Selector.h"
 #include "tools/ToolButtons.h"
@@ -103,7 +102,7 @@ void MainWindow::RestoreWindowPlace() {
   const double left = (Desktop.WorkAreaWidth() - kSmallestWidth) / 2;
   const double top = (Desktop.WorkAreaHeight() - kSmallestHeight) / 2;
   const auto restore = [](const char* key, double fallback, auto&& set) {
-    With(ReadNumber(key, fallback), [&](double value) { set(static_cast<Single>(value)); });
+    set(static_cast<Single>(ReadNumber(key, fallback).value_or(fallback)));
   };
   restore("ZelvaneWidth", kSmallestWidth, [this](Single width) { SetWidth(width); });
   restore("ZelvaneHeight", kSmallestHeight, [this](Single height) { SetHeight(height); });

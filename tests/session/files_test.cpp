@@ -56,6 +56,13 @@ TEST_F(Files, ThePictureOfTheCommandLineOpens) {
   EXPECT_EQ(MainForm->Menus.mnuFile1.Caption(), "a b.png");
 }
 
+TEST_F(Files, AFileThatIsWholeAMomentLaterIsRead) {
+  Start();
+  const std::string path = PathOf("late.dib"), made = MakePicture("made.bmp", Noise(5, 5));
+  QTimer::singleShot(0, [&] { QFile::rename(QString::fromStdString(made), QString::fromStdString(path)); });
+  EXPECT_TRUE(LoadPictureFile(path));
+}
+
 TEST_F(Files, WhatCannotBeReadLeavesTheProgramAsItWas) {
   QImage picture = Noise(64, 64);
   MakePicture("whole.png", picture);

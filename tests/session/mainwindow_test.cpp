@@ -1,4 +1,5 @@
 #include <QApplication>
+#include <QDir>
 #include <QTest>
 
 #include "document/layers/ReadOuts.h"
@@ -143,6 +144,33 @@ TEST_F(TheMainWindow, TheExitStoresThePlaceUnlessMaximised) {
   EXPECT_TRUE(MainForm->Unload());
   EXPECT_EQ(ReadSetting("ZelvaneMaximized", ""), "Yes");
   EXPECT_EQ(ReadNumber("ZelvaneWidth", 0), 10500);
+}
+
+TEST_F(TheMainWindow, ASettingThatIsNoNumberLeavesTheDesign) {
+  WriteSetting("ZelvaneWidth", "12000px");
+  WriteSetting("ZelvaneHeight", "nan");
+  WriteSetting("ZelvaneLeft", "inf");
+  Start();
+  EXPECT_EQ(MainForm->Width(), 9600);
+  EXPECT_EQ(MainForm->Height(), 6780);
+  EXPECT_LT(MainForm->Left(), 1e6);
+}
+
+TEST_F(TheMainWindow, ATemporaryFolderOf64CharactersIsNotUsed) {
+  const QByteArray before = qgetenv("TMPDIR");
+  for (const size_t length : {62u, 63u}) {
+    const std::string start = PathOf("x");
+    if (start.size() > length) GTEST_SKIP() << "the session's own folder has a longer path";
+    const std::string folder = start + std::string(length - start.size(), 'x');
+    ASSERT_TRUE(QDir().mkpath(QString::fromStdString(folder)));
+    qputenv("TMPDIR", QByteArray::fromStdString(folder));
+    Start();
+    EXPECT_EQ(State.TempPath.starts_with(folder + '/'), length == 62);  // the separator is a character too
+    EXPECT_EQ(State.TempPath.empty(), length == 63);
+    EXPECT_TRUE(MainForm->Unload());
+    DoEvents();
+  }
+  before.isNull() ? qunsetenv("TMPDIR") : qputenv("TMPDIR", before);
 }
 
 TEST_F(TheMainWindow, TheSplashEntryTogglesItsSetting) {

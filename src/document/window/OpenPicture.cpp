@@ -4,6 +4,7 @@
 #include "shell/state/RecentFiles.h"
 #include "shell/state/Settings.h"
 #include "shell/state/State.h"
+#include "surface/forms/windows/Application.h"
 #include "surface/forms/windows/Dialogs.h"
 #include "surface/raster/FailingStep.h"
 #include "surface/system/files/PictureFile.h"
@@ -46,6 +47,13 @@ std::optional<Bitmap> ReadWithImgEdit(const std::string& path) {
   return reader.Display() ? reader.TakePicture() : std::nullopt;
 }
 
+/// A second try once events have run: what was being written may stand by then.
+std::optional<Bitmap> ReadWithPlatform(const std::string& path) {
+  if (std::optional<Bitmap> picture = LoadPicture(path)) return picture;
+  DoEvents();
+  return LoadPicture(path);
+}
+
 void ShowFailure() {
   MsgBox("The selected picture file is missing or invalid", 48, "Zelvane");
 }
@@ -78,7 +86,7 @@ std::optional<Bitmap> LoadPictureFile(const std::string& path) {
     case Reader::ImgEdit:
       return ReadWithImgEdit(path);
     case Reader::Platform:
-      return LoadPicture(path);
+      return ReadWithPlatform(path);
   }
   return std::nullopt;
 }

@@ -1,6 +1,8 @@
 #include "shell/state/Settings.h"
 
 #include <charconv>
+#include <cmath>
+#include <limits>
 
 #include "shell/state/State.h"
 #include "surface/system/files/Files.h"
@@ -24,9 +26,11 @@ void WriteSetting(const std::string& key, const std::string& value) {
 
 std::optional<double> ReadNumber(const std::string& key, double fallback) {
   const std::string text = ReadSetting(key, PlainText(fallback));
+  const char* const text_end = text.data() + text.size();
   double number = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-  if (error != std::errc{} || end == text.data()) return std::nullopt;
+  const auto [end, error] = std::from_chars(text.data(), text_end, number);
+  const bool fits = std::abs(number) <= std::numeric_limits<Single>::max();  // which "nan" doesn't
+  if (error != std::errc{} || end != text_end || !fits) return std::nullopt;
   return number;
 }
 

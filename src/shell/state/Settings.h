@@ -12,7 +12,7 @@ namespace zelvane {
 std::string ReadSetting(const std::string& key, const std::string& fallback);
 void WriteSetting(const std::string& key, const std::string& value);
 
-/// The number that the text of a setting begins with; no value where it begins with none.
+/// The number that a setting is; no value where its text is anything else, or beyond what a `Single` holds.
 std::optional<double> ReadNumber(const std::string& key, double fallback);
 
 /// File dialogs start in this folder from now on; a name that differs in case alone changes nothing.

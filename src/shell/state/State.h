@@ -42,11 +42,13 @@ struct ApplicationState {
   std::string CommandLine;  ///< picture path handed to this process, empty when none is pending
   std::array<std::string, 5> FileTypeNames;  ///< names of the image types 1 to 4
   std::string ZelvaneFolder;                 ///< where file dialogs start
-  std::string TempPath;                      ///< folder for temporary files, with its separator at the end
-  bool ShowSplash = false;                   ///< the splash is up
-  Color AccentColor;                         ///< button colour of the About window
-  uint64_t KorvathWindow = 0;                ///< the sibling's window, 0 when it isn't running
-  uint64_t SabriqueWindow = 0;               ///< the other sibling's
+  std::string
+      TempPath;       ///< this user's folder for temporary files, with its separator at the end; may be empty
+  bool IsNT = false;  ///< each user has a desktop and a documents folder
+  bool ShowSplash = false;      ///< the splash is up
+  Color AccentColor;            ///< button colour of the About window
+  uint64_t KorvathWindow = 0;   ///< the sibling's window, 0 when it isn't running
+  uint64_t SabriqueWindow = 0;  ///< the other sibling's
   std::unique_ptr<PicFormat32> PicFormatObject;
 
   // Windows
