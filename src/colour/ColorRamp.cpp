@@ -7,7 +7,7 @@
 namespace zelvane {
 namespace {
 
-/// The surfaces with ramps are at most that high, less one.
+/// Reaches beyond the lowest row of every surface that shows a ramp.
 constexpr int kLastRow = 20;
 
 /// A channel on its way from the left to the right of a ramp.

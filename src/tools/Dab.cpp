@@ -146,8 +146,7 @@ class BlockRun {
 class BlurSurface {
  public:
   BlurSurface(Canvas& Target, const Centre& centre, int radius)
-      : pixels_(Target.WritableRow(0)),
-        stride_(Target.Image().Stride()),
+      : rows_(Target.WritableRows()),
         width_(Target.ScaleWidth()),
         height_(Target.ScaleHeight()),
         holds_dab_(centre.x > radius && centre.x + radius < width_ && centre.y > radius &&
@@ -161,7 +160,7 @@ class BlurSurface {
       BlurColumn(x, second, second + count - 1);
       return;
     }
-    BlockRun upper(At(x, first), stride_), lower(At(x, second), stride_);
+    BlockRun upper(At(x, first), rows_.stride), lower(At(x, second), rows_.stride);
     for (int64_t i = 0; i < count; ++i) upper.Blur(), lower.Blur();
     upper.Finish(), lower.Finish();
   }
@@ -177,11 +176,11 @@ class BlurSurface {
   }
 
  private:
-  Pixel* At(int64_t x, int64_t y) const { return pixels_ + y * stride_ + x; }
+  Pixel* At(int64_t x, int64_t y) const { return rows_[y] + x; }
   bool Holds(int64_t x, int64_t y) const { return x >= 0 && y >= 0 && x < width_ && y < height_; }
 
   void BlurInside(int64_t x, int64_t first, int64_t last) {
-    BlockRun run(At(x, first), stride_);
+    BlockRun run(At(x, first), rows_.stride);
     for (int64_t y = first; y <= last; ++y) run.Blur();
     run.Finish();
   }
@@ -195,8 +194,7 @@ class BlurSurface {
     }
   }
 
-  Pixel* pixels_;
-  ptrdiff_t stride_;
+  Bitmap::Rows rows_;
   int width_, height_;
   bool holds_dab_;  ///< with all that its blocks reach
 };

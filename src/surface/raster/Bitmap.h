@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <stdexcept>
 #include <utility>
@@ -49,6 +50,17 @@ class Bitmap {
   Pixel* WritableRow(int y) {
     Detach();
     return pixels_ + static_cast<ptrdiff_t>(y) * stride_;
+  }
+  /// All rows for writing. Pointer and stride belong together: pixels of its own may lie closer than shared
+  /// ones did.
+  struct Rows {
+    Pixel* first;
+    ptrdiff_t stride;
+    Pixel* operator[](int64_t y) const { return first + y * stride; }
+  };
+  Rows WritableRows() {
+    Detach();
+    return {pixels_, stride_};
   }
   /// Throws `SurfaceTooLarge` where a copy is needed and memory doesn't hold it.
   void Detach() {

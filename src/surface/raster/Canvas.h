@@ -124,6 +124,7 @@ class Canvas {
 
   /// For loops over many pixels; whoever writes tells `AddDamage`. `y` in 0 to ScaleHeight() - 1.
   Pixel* WritableRow(int y) { return image_.WritableRow(y); }
+  Bitmap::Rows WritableRows() { return image_.WritableRows(); }
 
  protected:
   /// Called after the size has changed, by whichever road.

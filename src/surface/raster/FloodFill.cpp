@@ -8,12 +8,14 @@
 
 /// The surface is filled in tiles of 64 x 64 pixels, a row of a tile in one 64-bit word: which pixels are of
 /// the area, and which of them the fill has reached. A word is filled from end to end in a few instructions
-/// however its pixels lie, which is what makes noise and mazes as quick per pixel as a blank surface. Tiles
-/// that were reached anew wait in a queue; only those are ever looked at, so a small fill stays cheap on a
-/// large surface.
+/// however its pixels lie, which is what makes noise and mazes as quick per pixel as a blank surface.
 ///
-/// Every step reaches at least one new pixel, so the whole is linear in what is painted. The pixels
-/// themselves are written once, at the end.
+/// From tile to tile: a tile waits in the queue only when a neighbour has handed it a pixel of the area that
+/// wasn't reached before. Each visit therefore begins with something new, and a tile is visited at most once
+/// for each of its 252 pixels at the edge, however the area winds. A visit leaves no pixel of the area beside
+/// a reached one, in the tile or across its edges, but in tiles that wait; so when none waits, all is found.
+/// Tiles that nothing was handed to are never looked at, which keeps a small fill cheap on a large surface.
+/// The pixels themselves are written once, at the end.
 namespace zelvane {
 namespace {
 

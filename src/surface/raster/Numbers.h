@@ -7,10 +7,11 @@
 
 namespace zelvane {
 
-/// Positions that carry a fraction: pointer positions, current points, places of overlays.
+/// Places and sizes in the unit of whatever holds them; they may carry a fraction.
 using Single = float;
 
-/// Nearest whole number, halves to even. The one rounding of the program.
+/// Nearest whole number, halves to even, of any size. All of the program rounds so; loops over pixels have a
+/// quicker way to the same number.
 inline double RoundHalfEven(double value) {
   const double below = std::floor(value);
   const double rest = value - below;
@@ -18,8 +19,8 @@ inline double RoundHalfEven(double value) {
   return std::fmod(below, 2) == 0 ? below : below + 1;
 }
 
-/// A number taken to `Integer`, rounded to nearest, halves to even. No value where it doesn't fit, or is no
-/// number: the step that wanted it is then not made.
+/// `RoundHalfEven` as an `Integer`; no value where that doesn't hold it, or where there is no number to
+/// round. The step that wanted the value is then not made.
 template <class Integer>
 std::optional<Integer> ToWhole(double value) {
   const double rounded = RoundHalfEven(value);
@@ -36,7 +37,7 @@ inline std::optional<int32_t> ToInt32(double value) {
   return ToWhole<int32_t>(value);
 }
 
-/// The product of two 16-bit numbers, no value where it leaves 16 bits.
+/// The product; no value where it leaves 16 bits.
 inline std::optional<int16_t> Product16(int16_t a, int16_t b) {
   return ToInt16(static_cast<double>(a) * b);
 }
