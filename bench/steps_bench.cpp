@@ -20,6 +20,7 @@
 #include "shell/Main.h"
 #include "shell/MainForm.h"
 #include "surface/forms/windows/Application.h"
+#include "surface/raster/Units.h"
 #include "tools/OptionBars.h"
 #include "tools/SelectTool.h"
 #include "tools/SimplePaints.h"
@@ -37,7 +38,7 @@ constexpr int kWidth = 4000, kHeight = 3000, kSmallSide = 200;
 constexpr int kViewWidth = 1000, kViewHeight = 700;
 constexpr int kMainWidth = 1600, kMainHeight = 960;
 constexpr size_t kBytes = size_t{kWidth} * kHeight * sizeof(Pixel);
-constexpr Single kTwips = 15;
+constexpr Single kTwips = kTwipsPerPixel;
 
 double WallSeconds() {
   return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();

@@ -7,7 +7,7 @@
 
 #include "colour/ColorRamp.h"
 #include "shell/state/State.h"
-#include "surface/forms/controls/Toolkit.h"
+#include "surface/forms/controls/Events.h"
 #include "surface/raster/FailingStep.h"
 
 namespace zelvane {

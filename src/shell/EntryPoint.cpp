@@ -2,6 +2,7 @@
 
 #include "shell/Main.h"
 #include "surface/forms/windows/Application.h"
+#include "surface/forms/windows/Form.h"
 
 int main(int argc, char** argv) {
   zelvane::Application application(argc, argv);

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "surface/raster/FailingStep.h"
-#include "surface/system/desktop/Screen.h"
+#include "surface/raster/Units.h"
 #include "tools/NumericOptions.h"
 #include "tools/OptionBars.h"
 
@@ -12,7 +12,7 @@ namespace {
 
 constexpr Single kWindowWidth = 132, kWindowHeight = 30, kTrackMargin = 8, kTrackHeight = 6;
 constexpr Single kBlockWidth = 10, kBlockHeight = 18;
-constexpr Single kTwips = Screen::kTwipsPerPixel;
+constexpr Single kTwips = kTwipsPerPixel;
 constexpr Single kTopTwips = 420, kSmallestLeftTwips = 60;
 
 NumericOption ServedOption() {

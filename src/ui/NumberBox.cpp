@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include "surface/forms/controls/Events.h"
 #include "surface/forms/controls/Label.h"
-#include "surface/forms/controls/Toolkit.h"
 #include "surface/system/desktop/Clipboard.h"
 #include "ui/NumberMask.h"
 

@@ -64,11 +64,11 @@ class NumberBox : public Panel {
 
   void SetHeight(Single height) override;
   void SetEnabled(bool enabled) override;
-  void SetFocus() { txtNumber.SetFocus(); }
-  bool HasFocus() const { return txtNumber.HasFocus(); }
-  void SetToolTip(const std::string& text) { txtNumber.SetToolTip(text); }
+  void SetFocus() override { txtNumber.SetFocus(); }
+  bool HasFocus() const override { return txtNumber.HasFocus(); }
+  void SetToolTip(const std::string& text) override { txtNumber.SetToolTip(text); }
   /// The entry itself bears the name.
-  void SetAccessibleName(const std::string& name) { txtNumber.SetAccessibleName(name); }
+  void SetAccessibleName(const std::string& name) override { txtNumber.SetAccessibleName(name); }
   /// The entry, which has the keyboard when the box has.
   const TextBox& Entry() const { return txtNumber; }
 

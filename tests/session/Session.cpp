@@ -48,6 +48,7 @@ Session::~Session() {
 }
 
 void Session::Start(const std::string& tail) {
+  DestroyForms();  // a run that came before ends here
   ASSERT_TRUE(Main(tail));
   DoEvents();
 }

@@ -22,8 +22,8 @@ namespace {
 
 constexpr Single kTwips = 15;
 
-struct Child : Form {
-  Child(MdiForm& main, const std::string& caption) : Form("Child", main) { SetCaption(caption); }
+struct Child : MdiChild {
+  Child(MdiForm& main, const std::string& caption) : MdiChild("Child", main) { SetCaption(caption); }
   ~Child() override { ++destroyed; }
   QMdiSubWindow& Frame() { return *qobject_cast<QMdiSubWindow*>(Widget()->parentWidget()); }
   static inline int destroyed = 0;
@@ -110,20 +110,47 @@ TEST_F(Windows, FormOutlivesTheHandlerThatUnloadsIt) {
   EXPECT_EQ(Child::destroyed, 1);
 }
 
-TEST_F(Windows, SingleWindowIsMadeAnew) {
+TEST_F(Windows, NoLateEventBringsAnUnloadedWindowBack) {
   struct Tool : Form {
     Tool() : Form("Tool") {}
   };
   static SingleWindow<Tool> tool;  // like every named window, it outlives its form
-  EXPECT_FALSE(tool.IsLoaded());
   tool->SetTag("first");
-  tool->Show();
   tool->OnUnload = [&] { EXPECT_EQ(tool->Tag(), "first"); };
   tool->Unload();
-  EXPECT_FALSE(tool.IsLoaded());
-  EXPECT_EQ(tool->Tag(), "");
-  EXPECT_EQ(std::count_if(Forms().begin(), Forms().end(), [](Form* form) { return form->Name() == "Tool"; }),
-            1);
+  bool went_on = false;
+  main.top.OnMouseDown = [&](auto...) { tool->SetTag("late"), went_on = true; };
+  QTest::mousePress(main.top.Widget(), Qt::LeftButton);
+  EXPECT_FALSE(went_on || tool.IsLoaded());
+  EXPECT_EQ(tool.Load().Tag(), "") << "made anew on purpose";
+  EXPECT_EQ(&*tool, &tool.Load());
+  DestroyForms();
+  EXPECT_NO_THROW(tool->Tag()) << "another run";
+}
+
+/// The form stays, the program goes on.
+TEST_F(Windows, AHandlerThatFailsIsSkippedAndWantOfMemoryIsToldOnceAPress) {
+  int told = 0, asked = 0;
+  OnMemoryShort = [&] { ++told, throw std::bad_alloc(); };
+  Child& child = main.Add("picture");
+  child.OnQueryUnload = [&](bool&, UnloadModes) { ++asked, throw std::bad_alloc(); };
+  child.OnKeyDown = [](auto...) { throw std::runtime_error("any other"); };
+  QTest::keyClick(child.Widget(), Qt::Key_A);
+  DoEvents();
+  EXPECT_EQ(told, 0);
+  child.Frame().close();
+  child.Frame().close();
+  DoEvents();
+  EXPECT_EQ(told, 1) << "of many failures";
+  EXPECT_EQ(asked, 2);
+  EXPECT_TRUE(IsListed(&child)) << "nobody has agreed to its end";
+  QTest::keyClick(child.Widget(), Qt::Key_A);
+  Defer([] { throw SurfaceTooLarge("deferred"); });
+  DoEvents();
+  DoEvents();
+  EXPECT_EQ(told, 2) << "another act of the person";
+  OnMemoryShort = nullptr;
+  child.OnQueryUnload = nullptr;
 }
 
 TEST_F(Windows, NumbersFollowTheWindow) {
@@ -298,9 +325,13 @@ TEST_F(Windows, MenusShowWhatIsEnabledAndShortcutsActAnyway) {
   edit.SetEnabled(false);
   press();
   EXPECT_EQ(cuts, 2) << "the menu had been open, and is disabled now";
+  cut.SetVisible(false);
   edit.SetVisible(false);
   press();
-  EXPECT_EQ(cuts, 2);
+  EXPECT_EQ(cuts, 3) << "hidden, with the menu round it";
+  main.SetEnabled(false);
+  press();
+  EXPECT_EQ(cuts, 3);
 }
 
 TEST_F(Windows, ChecksAreTheProgramsOwn) {

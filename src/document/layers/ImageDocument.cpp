@@ -29,7 +29,7 @@ void SetFirstColors(PictureSurface& layer) {
 }  // namespace
 
 ImageDocument::ImageDocument()
-    : Form("frmPaint", MainWindow()),
+    : MdiChild("frmPaint", MainWindow()),
       Back(*this, "Back"),
       PaintArea(Back, "PaintArea"),
       Buffer(*this, "Buffer", Frame::Yes, Kind::Layer),

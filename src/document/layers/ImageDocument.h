@@ -20,7 +20,7 @@ namespace zelvane {
 /// While `SelectArea` is visible a floating selection exists: its pixels are in `BufferSelected` and, from
 /// the next `RefreshPaintArea` on, also in `Buffer`; `SelectedBack` holds what must return when it moves. A
 /// marquee that is still being drawn has lifted nothing: `BufferSelected` is empty.
-class ImageDocument : public Form {
+class ImageDocument : public MdiChild {
  public:
   ImageDocument();
 

@@ -7,6 +7,7 @@
 #include "surface/forms/windows/Application.h"
 #include "surface/forms/windows/Dialogs.h"
 #include "surface/raster/FailingStep.h"
+#include "surface/raster/Units.h"
 #include "surface/system/files/PictureFile.h"
 #include "ui/MsgBox.h"
 
@@ -61,9 +62,8 @@ void ShowFailure() {
 /// The window is as large as its picture and its bars, as far as the main window has room. It shows once the
 /// picture is there, so that a file that can't be read shows no empty window.
 void FitWindow(ImageDocument& document) {
-  constexpr Single kTwips = 15;
-  document.SetWidth((document.PaintArea.Width() + document.VScroll1.Width()) * kTwips);
-  document.SetHeight((document.PaintArea.Height() + document.HScroll1.Height()) * kTwips);
+  document.SetWidth((document.PaintArea.Width() + document.VScroll1.Width()) * kTwipsPerPixel);
+  document.SetHeight((document.PaintArea.Height() + document.HScroll1.Height()) * kTwipsPerPixel);
 }
 
 void ShowPicture(ImageDocument& document, Bitmap picture, const std::string& path) {

@@ -3,20 +3,15 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
-#include <stdexcept>
 #include <utility>
 
 #include "surface/raster/Color.h"
+#include "surface/raster/FailingStep.h"
 #include "surface/raster/Rect.h"
 
 namespace zelvane {
 
 inline constexpr int kLargestSide = 32767;
-
-/// A surface of that size can't be had: a side beyond 32,767, or more than memory holds.
-struct SurfaceTooLarge : std::runtime_error {
-  using std::runtime_error::runtime_error;
-};
 
 /// Pixels in rows from the top, each `Stride()` pixels after the one before. Copies share their pixels until
 /// one of them is written to, so handing a picture on costs nothing.

@@ -1,11 +1,22 @@
 #pragma once
 
+#include <atomic>
 #include <exception>
+#include <new>
 #include <optional>
+#include <stdexcept>
 #include <utility>
 
 /// The program's one rule for failures: a failing step is skipped and the routine goes on with the next.
 namespace zelvane {
+
+/// A surface of that size can't be had: a side beyond 32,767, or more than memory holds.
+struct SurfaceTooLarge : std::runtime_error {
+  using std::runtime_error::runtime_error;
+};
+
+/// A step has failed for want of memory. Who tells the person of it takes the note away.
+inline std::atomic<bool> LackedMemory = false;
 
 /// Makes the assignment only where there is a value: `Assign(StartX, ToInt32(x))`.
 template <class Target, class Value>
@@ -27,9 +38,13 @@ bool Attempt(Step&& step) {
   try {
     std::forward<Step>(step)();
     return true;
+  } catch (const std::bad_alloc&) {
+    LackedMemory = true;
+  } catch (const SurfaceTooLarge&) {
+    LackedMemory = true;
   } catch (const std::exception&) {
-    return false;
   }
+  return false;
 }
 
 }  // namespace zelvane

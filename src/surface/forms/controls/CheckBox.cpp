@@ -4,6 +4,7 @@
 #include <QPushButton>
 
 #include "surface/forms/controls/Conversions.h"
+#include "surface/forms/controls/Events.h"
 
 namespace zelvane {
 
@@ -24,9 +25,8 @@ void CheckBox::SetValue(int16_t value) {
 
 CommandButton::CommandButton(Control& parent, const std::string& name, const std::string& caption)
     : Control(&parent, name, new QPushButton(ToQt(caption), parent.Widget())) {
-  QObject::connect(static_cast<QPushButton*>(widget_), &QPushButton::clicked, widget_, [this] {
-    if (OnClick) OnClick();
-  });
+  QObject::connect(static_cast<QPushButton*>(widget_), &QPushButton::clicked, widget_,
+                   [this] { FireEvent(OnClick); });
 }
 
 }  // namespace zelvane

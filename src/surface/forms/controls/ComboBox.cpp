@@ -4,6 +4,7 @@
 #include <QSignalBlocker>
 
 #include "surface/forms/controls/Conversions.h"
+#include "surface/forms/controls/Events.h"
 
 namespace zelvane {
 namespace {
@@ -16,9 +17,7 @@ QComboBox* List(QWidget* widget) {
 
 ComboBox::ComboBox(Control& parent, const std::string& name)
     : Control(&parent, name, new QComboBox(parent.Widget())) {
-  QObject::connect(List(widget_), &QComboBox::currentIndexChanged, widget_, [this] {
-    if (OnClick) OnClick();
-  });
+  QObject::connect(List(widget_), &QComboBox::currentIndexChanged, widget_, [this] { FireEvent(OnClick); });
 }
 
 void ComboBox::AddItem(const std::string& text) {

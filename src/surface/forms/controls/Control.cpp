@@ -7,6 +7,7 @@
 #include "surface/forms/controls/Conversions.h"
 #include "surface/forms/controls/EventRelay.h"
 #include "surface/forms/controls/IconArt.h"
+#include "surface/raster/Units.h"
 
 namespace zelvane {
 
@@ -34,7 +35,7 @@ void Control::SetParent(Control& parent) {
 }
 
 double Control::UnitsPerPixel() const {
-  return !parent_ || parent_->scale_mode_ == Scale::Twips ? kPixelTwips : 1;
+  return !parent_ || parent_->scale_mode_ == Scale::Twips ? kTwipsPerPixel : 1;
 }
 
 void Control::Place() {
@@ -92,6 +93,12 @@ void Control::SetFocus() {
 bool Control::HasFocus() const {
   return widget_ && widget_->hasFocus();
 }
+
+void Control::SetTakesKeys(bool takes) {
+  if (widget_) widget_->setFocusPolicy(takes ? Qt::ClickFocus : Qt::NoFocus);
+}
+
+void Control::Dock(Control&, Align) {}
 
 void Control::Update() {
   if (!widget_) return;

@@ -56,12 +56,12 @@ class Control {
   Single Top() const { return top_; }
   Single Width() const { return width_; }
   Single Height() const { return height_; }
-  void SetLeft(Single left);
-  void SetTop(Single top);
+  virtual void SetLeft(Single left);
+  virtual void SetTop(Single top);
   virtual void SetWidth(Single width);
   virtual void SetHeight(Single height);
   /// In one step on the screen.
-  void Move(Single left, Single top);
+  virtual void Move(Single left, Single top);
   void Move(Single left, Single top, Single width, Single height) {
     Move(left, top), SetWidth(width), SetHeight(height);
   }
@@ -78,16 +78,22 @@ class Control {
   /// Above the other controls of the same parent.
   void BringToFront();
 
-  void SetFocus();
-  bool HasFocus() const;
+  virtual void SetFocus();
+  virtual bool HasFocus() const;
+  /// A press gives the control the keyboard, and with it its key events; Tab passes it by.
+  void SetTakesKeys(bool takes);
   /// Paints what has been noted for painting now, not at the next turn of the event loop.
   void Update();
 
   const std::string& Tag() const { return tag_; }
   void SetTag(std::string tag) { tag_ = std::move(tag); }
-  void SetToolTip(const std::string& text);
+  virtual void SetToolTip(const std::string& text);
   /// What assistive tools call the control.
-  void SetAccessibleName(const std::string& name);
+  virtual void SetAccessibleName(const std::string& name);
+
+  /// Gives a child that asks for it a side of the window, `Align::None` takes it back. Only a main window has
+  /// sides to give.
+  virtual void Dock(Control& panel, Align align);
 
   int16_t MousePointer() const { return mouse_pointer_; }
   /// 99 shows `MouseIcon`, 0 the default arrow.
@@ -131,6 +137,8 @@ class Control {
   virtual int FrameWidth() const { return 0; }
   /// Whether a left click of the pointer fires `OnClick`; false where `OnClick` means something else.
   virtual bool ClicksByPointer() const { return true; }
+  /// Whether `OnKeyDown` and `OnKeyUp` hear of a key before the control inside that has the keyboard.
+  virtual bool PreviewsKeys() const { return false; }
 
   QWidget* widget_ = nullptr;
   Single left_ = 0, top_ = 0, width_ = 0, height_ = 0;

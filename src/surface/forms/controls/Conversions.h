@@ -25,8 +25,6 @@ inline QColor ToQt(Color color) {
   return QColor::fromRgb(ToPixel(color));
 }
 
-inline constexpr double kPixelTwips = 15;
-
 /// Gives a widget a colour of its own; what else it paints with stays its window's.
 void Tint(QWidget& widget, QPalette::ColorRole role, Color color);
 

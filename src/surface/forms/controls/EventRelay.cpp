@@ -8,21 +8,11 @@
 #include <cmath>
 
 #include "surface/forms/controls/Conversions.h"
-#include "surface/forms/windows/Form.h"
+#include "surface/forms/controls/Events.h"
+#include "surface/raster/Units.h"
 
 namespace zelvane {
 namespace {
-
-/// Pointer positions lie just short of the middle of their pixel, so that they round to it.
-constexpr double kWithinPixel = 0.49;
-
-template <class Handler, class... Arguments>
-void Fire(const Handler& handler, Arguments... arguments) {
-  // Called through a copy: the handler may destroy the control, and itself with it.
-  if (!handler) return;
-  const Handler standing = handler;
-  standing(arguments...);
-}
 
 /// A press anywhere in a child window brings it to the front, also on controls that don't take the keyboard.
 void BringToFront(QWidget* widget) {
@@ -73,7 +63,7 @@ bool EventRelay::eventFilter(QObject* watched, QEvent* event) {
       if (enabled) Release(static_cast<const QMouseEvent&>(*event));
       break;
     case QEvent::Leave:
-      Fire(control_.OnMouseLeave);
+      FireEvent(control_.OnMouseLeave);
       break;
     case QEvent::Wheel:
       return enabled && Wheel(static_cast<const QWheelEvent&>(*event));
@@ -82,10 +72,10 @@ bool EventRelay::eventFilter(QObject* watched, QEvent* event) {
       if (enabled) return Key(static_cast<const QKeyEvent&>(*event));
       break;
     case QEvent::FocusIn:
-      if (MovesFocus(*event)) Fire(control_.OnGotFocus);
+      if (MovesFocus(*event)) FireEvent(control_.OnGotFocus);
       break;
     case QEvent::FocusOut:
-      if (MovesFocus(*event)) Fire(control_.OnLostFocus);
+      if (MovesFocus(*event)) FireEvent(control_.OnLostFocus);
       break;
     case QEvent::Show:
       // Only on the screen the widget knows at which ratio its pointer is to be drawn.
@@ -100,23 +90,20 @@ bool EventRelay::eventFilter(QObject* watched, QEvent* event) {
 /// A notch is 120 in the toolkit's units of an eighth of a degree.
 bool EventRelay::Wheel(const QWheelEvent& event) {
   if (!control_.OnMouseWheel) return false;
-  const int frame = control_.FrameWidth();
-  const auto place = [frame](double pixels) {
-    return static_cast<Single>(std::floor(pixels) - frame + 0.49);
-  };
   const auto notches = [](int units) { return static_cast<Single>(units) / 120; };
-  Fire(control_.OnMouseWheel, ShiftOf(event.modifiers()), place(event.position().x()),
-       place(event.position().y()), notches(event.angleDelta().x()), notches(event.angleDelta().y()));
+  FireEvent(control_.OnMouseWheel, ShiftOf(event.modifiers()), Across(event.position().x()),
+            Across(event.position().y()), notches(event.angleDelta().x()), notches(event.angleDelta().y()));
   return true;
 }
 
 void EventRelay::Press(const QMouseEvent& event) {
   BringToFront(widget_);
-  const QPointer<EventRelay> standing(this);
   const bool is_second = event.type() == QEvent::MouseButtonDblClick && control_.OnDblClick;
   clicking_ = event.button() == Qt::LeftButton && !is_second;
-  if (is_second) return Fire(control_.OnDblClick);
-  Point(control_.OnMouseDown, ButtonsOf(event.button()), event);
+  if (is_second)
+    FireEvent(control_.OnDblClick);
+  else
+    Point(control_.OnMouseDown, ButtonsOf(event.button()), event);
 }
 
 void EventRelay::Release(const QMouseEvent& event) {
@@ -125,16 +112,18 @@ void EventRelay::Release(const QMouseEvent& event) {
   if (event.button() == Qt::LeftButton) clicking_ = false;
   const QPointer<EventRelay> standing(this);
   Point(control_.OnMouseUp, ButtonsOf(event.button()), event);
-  if (standing && is_click) Fire(control_.OnClick);
+  if (standing && is_click) FireEvent(control_.OnClick);
+}
+
+/// A place along one axis of the widget in the control's own unit.
+Single EventRelay::Across(double pixel) const {
+  const double unit = control_.ScaleMode() == Scale::Twips ? kTwipsPerPixel : 1;
+  return static_cast<Single>((std::floor(pixel) - control_.FrameWidth() + kWithinPixel) * unit);
 }
 
 void EventRelay::Point(const Control::PointerEvent& handler, int button, const QMouseEvent& event) {
-  const double unit = control_.ScaleMode() == Scale::Twips ? kPixelTwips : 1;
-  const auto place = [&](double pixel) {
-    return static_cast<Single>((std::floor(pixel) - control_.FrameWidth() + kWithinPixel) * unit);
-  };
-  Fire(handler, static_cast<int16_t>(button), ShiftOf(event.modifiers()), place(event.position().x()),
-       place(event.position().y()));
+  FireEvent(handler, static_cast<int16_t>(button), ShiftOf(event.modifiers()), Across(event.position().x()),
+            Across(event.position().y()));
 }
 
 /// A key that a control leaves alone comes to the widgets round it next, for whom it isn't meant.
@@ -148,28 +137,26 @@ bool EventRelay::Key(const QKeyEvent& event) {
   if (event.type() == QEvent::KeyRelease && event.isAutoRepeat()) return false;
   const QPointer<EventRelay> standing(this);
   const QPointer<QWidget> focus = KeyReceiver(*widget_);
-  BringKey(control_, event);
+  BringKey(event);
   // Where the handlers have moved the keyboard on, the key has done its work.
   return !standing || !widget_ || KeyReceiver(*widget_) != focus;
 }
 
-Form* EventRelay::FormOf(Control& control) {
-  for (Control* one = &control; one; one = one->Parent()) {
-    if (auto* form = dynamic_cast<Form*>(one)) return form;
+/// The control round this one, its form, that hears of keys first; null where none does.
+Control* EventRelay::Previewer() const {
+  for (Control* one = control_.Parent(); one; one = one->Parent()) {
+    if (one->PreviewsKeys()) return one;
   }
   return nullptr;
 }
 
-void EventRelay::BringKey(Control& control, const QKeyEvent& key) {
-  const bool is_press = key.type() == QEvent::KeyPress;
-  const int16_t code = KeyCodeOf(key), shift = ShiftOf(key.modifiers());
-  const QPointer<EventRelay> standing(control.relay_.get());
-  Form* form = FormOf(control);
-  if (form && form != &control && form->key_preview_) {
-    Fire(is_press ? form->OnKeyDown : form->OnKeyUp, code, shift);
-    if (!standing) return;
-  }
-  Fire(is_press ? control.OnKeyDown : control.OnKeyUp, code, shift);
+void EventRelay::BringKey(const QKeyEvent& event) {
+  const bool is_press = event.type() == QEvent::KeyPress;
+  const int16_t code = KeyCodeOf(event), shift = ShiftOf(event.modifiers());
+  const QPointer<EventRelay> standing(this);
+  if (const Control* first = Previewer())
+    FireEvent(is_press ? first->OnKeyDown : first->OnKeyUp, code, shift);
+  if (standing) FireEvent(is_press ? control_.OnKeyDown : control_.OnKeyUp, code, shift);
 }
 
 }  // namespace zelvane

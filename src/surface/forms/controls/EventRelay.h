@@ -12,8 +12,6 @@ class QWheelEvent;
 
 namespace zelvane {
 
-class Form;
-
 /// Turns what happens to a control's widget into the control's events. Every control with a widget has one.
 ///
 /// A control that goes takes its relay along, so that a handler may destroy its own control: whatever follows
@@ -27,18 +25,15 @@ class EventRelay : public QObject {
   /// Null once the toolkit has destroyed it, as it does with the children of a widget that goes.
   QWidget* Widget() const { return widget_; }
 
-  /// Brings a key to `control`: first its form hears of it if the form has key preview, then the control. For
-  /// a key that arrives at a form itself this is the form's own event, once.
-  static void BringKey(Control& control, const QKeyEvent& key);
-  /// The form that `control` stands in, or is; null outside any.
-  static Form* FormOf(Control& control);
-
  private:
   void Press(const QMouseEvent& event);
   void Release(const QMouseEvent& event);
   bool Wheel(const QWheelEvent& event);
   bool Key(const QKeyEvent& event);
+  void BringKey(const QKeyEvent& event);
+  Control* Previewer() const;
   void Point(const Control::PointerEvent& handler, int button, const QMouseEvent& event);
+  Single Across(double pixel) const;
   bool IsPassedOn() const;
 
   Control& control_;

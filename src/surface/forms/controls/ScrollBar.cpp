@@ -3,6 +3,8 @@
 #include <QScrollBar>
 #include <algorithm>
 
+#include "surface/forms/controls/Events.h"
+
 namespace zelvane {
 namespace {
 
@@ -45,7 +47,7 @@ void ScrollBar::SetValue(int16_t value) {
   }
   if (taken == value_) return;
   value_ = taken;
-  if (OnChange) OnChange();
+  FireEvent(OnChange);
 }
 
 void ScrollBar::SetLargeChange(int16_t change) {
@@ -62,13 +64,13 @@ void ScrollBar::Moved(int value, bool dragged) {
   value_ = static_cast<int16_t>(value);
   dragged_ = dragged;
   const auto& event = dragged ? OnScroll : OnChange;
-  if (event) event();
+  FireEvent(event);
 }
 
 void ScrollBar::Released() {
   if (!dragged_) return;
   dragged_ = false;
-  if (OnChange) OnChange();
+  FireEvent(OnChange);
 }
 
 }  // namespace zelvane

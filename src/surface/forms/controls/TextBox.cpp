@@ -12,8 +12,8 @@
 #include <utility>
 
 #include "surface/forms/controls/Conversions.h"
+#include "surface/forms/controls/Events.h"
 #include "surface/forms/controls/Label.h"
-#include "surface/forms/controls/Toolkit.h"
 
 namespace zelvane {
 namespace {
@@ -131,9 +131,7 @@ void With(QWidget* widget, One&& one, Many&& many) {
 
 TextBox::TextBox(Control& parent, const std::string& name, Lines lines)
     : Control(&parent, name, NewBox(parent.Widget(), lines)) {
-  const auto changed = [this] {
-    if (OnChange) OnChange();
-  };
+  const auto changed = [this] { FireEvent(OnChange); };
   if (auto* line = dynamic_cast<LineBox*>(widget_)) line->box = this;
   With(
       widget_, [&](QLineEdit& box) { QObject::connect(&box, &QLineEdit::textChanged, &box, changed); },

@@ -2,6 +2,8 @@
 
 #include <QTimer>
 
+#include "surface/forms/controls/Events.h"
+
 namespace zelvane {
 namespace {
 
@@ -15,9 +17,7 @@ class IntervalTimer::Clockwork : public QTimer {};
 IntervalTimer::IntervalTimer(int interval_ms) : clockwork_(std::make_unique<Clockwork>()) {
   clockwork_->setInterval(interval_ms);
   clockwork_->setTimerType(interval_ms >= kCoarseFromMs ? Qt::CoarseTimer : Qt::PreciseTimer);
-  QObject::connect(clockwork_.get(), &QTimer::timeout, clockwork_.get(), [this] {
-    if (OnTimer) OnTimer();
-  });
+  QObject::connect(clockwork_.get(), &QTimer::timeout, clockwork_.get(), [this] { FireEvent(OnTimer); });
 }
 
 IntervalTimer::~IntervalTimer() = default;

@@ -4,9 +4,9 @@
 #include <QWidget>
 
 #include "surface/forms/controls/Conversions.h"
+#include "surface/forms/controls/Events.h"
 #include "surface/forms/controls/IconArt.h"
 #include "surface/forms/picture/PixelPaint.h"
-#include "surface/forms/windows/MdiForm.h"
 #include "surface/raster/FailingStep.h"
 
 namespace zelvane {
@@ -134,7 +134,7 @@ void PictureSurface::Follow(int width, int height) {
   Attempt([&] { Take(width, height); });
   width_ = static_cast<Single>(width * unit);
   height_ = static_cast<Single>(height * unit);
-  if (OnResize) OnResize();
+  FireEvent(OnResize);
 }
 
 void PictureSurface::Refresh() {
@@ -153,8 +153,7 @@ void PictureSurface::SetIcon(const std::string& name, int size) {
 
 void PictureSurface::SetAlign(Align align) {
   align_ = align;
-  auto* window = dynamic_cast<MdiForm*>(Parent());
-  if (window) window->Dock(*this, align);
+  if (Parent()) Parent()->Dock(*this, align);
 }
 
 }  // namespace zelvane

@@ -24,12 +24,10 @@ class PictureSurface : public Control, public Canvas {
   /// Throw `SurfaceTooLarge`, with the surface as it was.
   void SetWidth(Single width) override;
   void SetHeight(Single height) override;
-  void SetLeft(Single left);
-  void SetTop(Single top);
-  void Move(Single left, Single top);
-  void Move(Single left, Single top, Single width, Single height) {
-    Move(left, top), SetWidth(width), SetHeight(height);
-  }
+  void SetLeft(Single left) override;
+  void SetTop(Single top) override;
+  using Control::Move;
+  void Move(Single left, Single top) override;
 
   /// Takes the bitmap as `Picture`, with its size.
   void SetPicture(Bitmap picture) { SetImage(std::move(picture)); }

@@ -5,11 +5,11 @@
 #include <QPalette>
 #include <QProxyStyle>
 #include <QTimerEvent>
-#include <deque>
 #include <utility>
 
+#include "surface/forms/controls/Events.h"
 #include "surface/forms/controls/IconArt.h"
-#include "surface/forms/controls/Toolkit.h"
+#include "surface/forms/windows/Form.h"
 #include "surface/raster/Color.h"
 
 /// Outside of any namespace, as the toolkit's macro asks.
@@ -58,28 +58,24 @@ class Style : public QProxyStyle {
   }
 };
 
-/// Steps that wait for their turn of the event loop. They come from a timer, as posted events would all be
-/// run in one turn, even those that the running ones post.
-class StepQueue : public QObject {
+/// Tells of want of memory, but never again and again: the message itself, or what is painted anew when it
+/// goes, may want some too.
+class Shortage {
  public:
-  void Add(std::function<void()> step) {
-    steps_.push_back(std::move(step));
-    if (!timer_) timer_ = startTimer(0);
+  void NewAct() {
+    if (!is_telling_) is_told_ = false;
+  }
+  void Tell() {
+    if (!LackedMemory.exchange(false) || std::exchange(is_told_, true)) return;
+    Defer([this] {
+      is_telling_ = true;
+      FireEvent(OnMemoryShort);
+      is_telling_ = false;
+    });
   }
 
  private:
-  void timerEvent(QTimerEvent*) override {
-    for (size_t count = steps_.size(); count > 0 && !steps_.empty(); --count) {
-      // Out of the queue first: the step may run an event loop of its own, where the rest has its turn.
-      const std::function<void()> step = std::move(steps_.front());
-      steps_.pop_front();
-      step();
-    }
-    if (steps_.empty() && timer_) killTimer(std::exchange(timer_, 0));
-  }
-
-  std::deque<std::function<void()>> steps_;
-  int timer_ = 0;
+  bool is_told_ = false, is_telling_ = false;
 };
 
 class Program : public QApplication {
@@ -95,15 +91,14 @@ class Program : public QApplication {
   }
   ~Program() override { current = nullptr; }
 
+  /// The net under every handler: what an event lets out ends there.
   bool notify(QObject* receiver, QEvent* event) override {
-    struct Level {
-      Program& program;
-      explicit Level(Program& of) : program(of) { ++program.depth; }
-      ~Level() {
-        if (--program.depth == 0) program.QueueHeldBack();
-      }
-    } level(*this);
-    return QApplication::notify(receiver, event);
+    const HandlerLevel level;
+    if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::KeyPress) shortage_.NewAct();
+    bool taken = false;
+    Attempt([&] { taken = QApplication::notify(receiver, event); });
+    shortage_.Tell();
+    return taken;
   }
 
   bool event(QEvent* event) override {
@@ -117,19 +112,12 @@ class Program : public QApplication {
     setWindowIcon(ProgramIcon());
   }
 
-  void QueueHeldBack() {
-    for (auto& step : std::exchange(held_back, {})) {
-      queue.Add([this, step = std::move(step)] { depth == 1 ? step() : held_back.push_back(step); });
-    }
-  }
-
-  /// Handlers of events that are running, one inside the other.
-  int depth = 0;
   bool ended = false;
   int icon_timer = 0;
-  StepQueue queue;
-  std::deque<std::function<void()>> held_back;
   static inline Program* current = nullptr;
+
+ private:
+  Shortage shortage_;
 };
 
 }  // namespace
@@ -153,20 +141,6 @@ void EndProgram() {
   if (Program::current) Program::current->ended = true;
   // Leaves the loops, those of dialogs too. Asking the toolkit to quit would close, and so ask, every window.
   QCoreApplication::exit(0);
-}
-
-void DoEvents() {
-  QCoreApplication::processEvents();
-}
-
-void Defer(std::function<void()> step) {
-  if (Program::current) Program::current->queue.Add(std::move(step));
-}
-
-void DeferToOutermost(std::function<void()> step) {
-  if (!Program::current) return;
-  Program::current->held_back.push_back(std::move(step));
-  if (Program::current->depth == 0) Program::current->QueueHeldBack();
 }
 
 }  // namespace zelvane

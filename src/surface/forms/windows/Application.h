@@ -2,7 +2,8 @@
 
 #include <functional>
 #include <memory>
-#include <string>
+
+#include "surface/forms/windows/EventLoop.h"
 
 namespace zelvane {
 
@@ -22,11 +23,9 @@ class Application {
 
 /// Ends the event loop once the running handler has returned.
 void EndProgram();
-/// Lets pending events run.
-void DoEvents();
-/// Runs `step` at the next turn of the event loop.
-void Defer(std::function<void()> step);
-/// Unloads and destroys every form that is left, the main window last. Nothing is asked.
-void DestroyForms();
+
+/// A step of a handler has failed because memory didn't suffice. Comes once for each press of a button or
+/// key, however much fails on it, when the handler has returned.
+inline std::function<void()> OnMemoryShort;
 
 }  // namespace zelvane

@@ -5,10 +5,10 @@
 #include <utility>
 
 #include "surface/forms/controls/Conversions.h"
-#include "surface/forms/controls/Toolkit.h"
-#include "surface/forms/windows/Application.h"
+#include "surface/forms/controls/Events.h"
+#include "surface/forms/windows/EventLoop.h"
 #include "surface/forms/windows/FormEngine.h"
-#include "surface/forms/windows/MdiFrame.h"
+#include "surface/raster/Units.h"
 
 namespace zelvane {
 namespace {
@@ -22,6 +22,11 @@ std::vector<Form*>& List() {
 std::vector<Form*>& Gone() {
   static std::vector<Form*> gone;
   return gone;
+}
+
+int& Runs() {
+  static int ended = 0;
+  return ended;
 }
 
 void DestroyGone() {
@@ -47,7 +52,7 @@ Form::Form(const std::string& name, QWidget* widget)
 Form::Form(const std::string& name, Form* owner)
     : Form(name, new QWidget(owner ? owner->Widget() : nullptr, owner ? Qt::Dialog : Qt::Window)) {}
 
-Form::Form(const std::string& name, MdiForm& main) : Form(name, new QWidget) {
+Form::Form(const std::string& name, ChildHost& main) : Form(name, new QWidget) {
   widget_->setFocusPolicy(Qt::StrongFocus);
   engine_->PutInto(main);
 }
@@ -56,7 +61,7 @@ Form::~Form() {
   std::erase(List(), this);
   std::erase(Gone(), this);
   QMdiSubWindow* frame = engine_->ChildFrame();
-  if (frame) engine_->Main()->frame_->RemoveChild(*this);
+  if (frame) engine_->Host()->RemoveChild(*this);
   engine_.reset();
   delete frame;
 }
@@ -90,7 +95,7 @@ void Form::SetCaption(const std::string& caption) {
   QString text = ToQt(caption);
   text.replace("[*]", "[*][*]");
   if (engine_->ChildFrame()) {
-    MdiForm::Frame::SetChildCaption(*engine_->ChildFrame(), text);
+    engine_->Host()->SetChildCaption(*engine_->ChildFrame(), text);
   } else {
     widget_->setWindowTitle(text);
   }
@@ -119,7 +124,7 @@ void Form::Show() {
   visible_ = true;
   if (engine_->IsShown()) return Activate();
   engine_->ShowWindow();
-  if (engine_->Main()) engine_->Main()->frame_->ActivateChild(*this);
+  if (engine_->Host()) engine_->Host()->ActivateChild(*this);
 }
 
 void Form::Hide() {
@@ -133,8 +138,8 @@ void Form::Activate() {
   QWidget& outer = engine_->Outer();
   outer.setWindowState(outer.windowState() & ~Qt::WindowMinimized);
   outer.raise();
-  if (engine_->Main()) {
-    engine_->Main()->frame_->ActivateChild(*this);
+  if (engine_->Host()) {
+    engine_->Host()->ActivateChild(*this);
   } else {
     outer.activateWindow();
   }
@@ -151,13 +156,13 @@ std::vector<Form*> Form::Dependants() const {
   return dependants;
 }
 
+/// A handler that fails hasn't agreed: what it would have saved is not to be lost.
 bool Form::MayGo(UnloadModes mode) {
-  if (!OnQueryUnload) return true;
   bool is_refused = false;
   being_asked_ = true;
-  FireEvent(OnQueryUnload, is_refused, mode);
+  const bool is_answered = FireEvent(OnQueryUnload, is_refused, mode);
   being_asked_ = false;
-  return !is_refused;
+  return is_answered && !is_refused;
 }
 
 bool Form::Unload(UnloadModes mode) {
@@ -186,13 +191,18 @@ void Form::Go() {
   DeferToOutermost(DestroyGone);
 }
 
+int EndedRuns() {
+  return Runs();
+}
+
 void DestroyForms() {
   while (!List().empty()) {
-    const auto is_other = [](const Form* form) { return !dynamic_cast<const MdiForm*>(form); };
+    const auto is_other = [](const Form* form) { return !form->IsMain(); };
     const auto last = std::find_if(List().rbegin(), List().rend(), is_other);
     (last == List().rend() ? List().back() : *last)->Go();
   }
   DestroyGone();
+  ++Runs();
 }
 
 }  // namespace zelvane

@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -13,7 +14,7 @@ enum WindowStates : int16_t { kNormal = 0, kMinimised = 1, kMaximised = 2 };
 /// Why a window is asked to go.
 enum UnloadModes : int16_t { kUnloadByUser = 0, kUnloadByCode = 1 };
 
-class MdiForm;
+class ChildHost;
 
 /// A window: a top-level one, or a child inside the main window.
 ///
@@ -25,8 +26,6 @@ class Form : public Control {
  public:
   /// A top-level window; with an owner it stays above it.
   Form(const std::string& name, Form* owner = nullptr);
-  /// A window inside the main one.
-  Form(const std::string& name, MdiForm& main);
   ~Form() override;
 
   void SetWidth(Single width) override;
@@ -65,11 +64,16 @@ class Form : public Control {
 
  protected:
   Form(const std::string& name, QWidget* widget);
+  /// A window inside the main one.
+  Form(const std::string& name, ChildHost& main);
   void Place() override;
+  bool PreviewsKeys() const override { return key_preview_; }
+  /// The main window outlives the others.
+  virtual bool IsMain() const { return false; }
 
  private:
-  friend class EventRelay;
   friend class MdiForm;
+  friend class MdiFrame;
   template <class Window>
   friend class SingleWindow;
   friend void DestroyForms();
@@ -87,15 +91,32 @@ class Form : public Control {
 /// All loaded forms, in the order of their making.
 const std::vector<Form*>& Forms();
 
-/// A window of which there is one: made at first use, reached by its name, `MainForm->Show()`.
+/// Unloads and destroys every form that is left, the main window last, and ends the run. Nothing is asked.
+void DestroyForms();
+/// How many runs have ended.
+int EndedRuns();
+
+/// A window was asked for after its end. Whoever asks comes too late: a failing step.
+struct WindowGone : std::logic_error {
+  WindowGone() : logic_error("the window has gone") {}
+};
+
+/// A window of which there is one: made at first use, reached by its name, `MainForm->Show()`. Once it has
+/// been unloaded it's gone for that run, so that no late event brings it back; asking throws `WindowGone`.
+/// What opens a window again and again says so: `frmAbout.Load().Show()`.
 template <class Window>
 class SingleWindow {
  public:
   Window* operator->() { return &**this; }
   Window& operator*() {
+    if (!window_ && gone_in_ == EndedRuns()) throw WindowGone();
+    return Load();
+  }
+  /// The window, made anew where it has gone.
+  Window& Load() {
     if (!window_) {
       window_ = new Window;
-      window_->released_ = [this] { window_ = nullptr; };
+      window_->released_ = [this] { window_ = nullptr, gone_in_ = EndedRuns(); };
     }
     return *window_;
   }
@@ -103,6 +124,7 @@ class SingleWindow {
 
  private:
   Window* window_ = nullptr;
+  int gone_in_ = -1;
 };
 
 }  // namespace zelvane

@@ -4,8 +4,9 @@
 #include <QWidget>
 
 #include "surface/forms/controls/Conversions.h"
-#include "surface/forms/controls/Toolkit.h"
-#include "surface/forms/windows/MdiFrame.h"
+#include "surface/forms/controls/Events.h"
+#include "surface/forms/windows/MdiArea.h"
+#include "surface/raster/Units.h"
 
 namespace zelvane {
 namespace {
@@ -24,19 +25,14 @@ Form::Engine::Engine(Form& form, QWidget& inside) : form_(form), inside_(&inside
   inside.installEventFilter(this);
 }
 
-void Form::Engine::PutInto(MdiForm& main) {
-  main_ = &main;
-  frame_ = main.frame_->AddChild(form_, *inside_);
+void Form::Engine::PutInto(ChildHost& host) {
+  host_ = &host;
+  frame_ = host.AddChild(form_, *inside_);
   frame_->installEventFilter(this);
 }
 
 QWidget& Form::Engine::Outer() const {
   return frame_ ? *frame_ : *inside_;
-}
-
-QSize Form::Engine::Inside() const {
-  if (const auto* main = dynamic_cast<const MdiForm*>(&form_)) return main->frame_->RoomForChildren();
-  return inside_->size();
 }
 
 /// A window that fills its room or is an icon takes no numbers.
@@ -88,9 +84,9 @@ void Form::Engine::SetState(int16_t state) {
 
 void Form::Engine::ShowWindow() {
   if (frame_) {
-    main_->frame_->PlaceChild(*frame_, QSize(Pixels(form_.width_), Pixels(form_.height_)), is_placed_);
+    host_->PlaceChild(*frame_, QSize(Pixels(form_.width_), Pixels(form_.height_)), is_placed_);
     is_placed_ = true;
-    main_->frame_->HoldActivation(true);
+    host_->HoldActivation(true);
   }
   is_coming_up_ = true;
   const int16_t state = coming_state_;
@@ -103,13 +99,13 @@ void Form::Engine::ShowWindow() {
   }
   is_coming_up_ = false;
   Resized();
-  if (frame_) main_->frame_->HoldActivation(false);
+  if (frame_) host_->HoldActivation(false);
 }
 
 void Form::Engine::HideWindow() {
   if (!IsShown()) return;
   coming_state_ = State();
-  if (main_) main_->frame_->LeaveChild(form_);
+  if (host_) host_->LeaveChild(form_);
   Outer().hide();
 }
 

@@ -6,9 +6,26 @@
 #include <QPointer>
 #include <QSize>
 
-#include "surface/forms/windows/MdiForm.h"
+#include "surface/forms/windows/Form.h"
 
 namespace zelvane {
+
+/// What a child window needs of the window that it's a child of.
+class ChildHost {
+ public:
+  virtual ~ChildHost() = default;
+  virtual Form& Main() = 0;
+  virtual QMdiSubWindow* AddChild(Form& child, QWidget& inside) = 0;
+  virtual void PlaceChild(QMdiSubWindow& child, QSize inside, bool keeps_place) = 0;
+  /// While a child comes up the toolkit's word on which one is active doesn't count: the form first hears of
+  /// its size, then of its activation.
+  virtual void HoldActivation(bool hold) = 0;
+  virtual void ActivateChild(Form& child) = 0;
+  /// The child is about to be hidden: the one that was active before takes its place.
+  virtual void LeaveChild(Form& child) = 0;
+  virtual void RemoveChild(Form& child) = 0;
+  virtual void SetChildCaption(QMdiSubWindow& child, const QString& caption) = 0;
+};
 
 /// What joins a form to its window: takes the form's numbers to the window and the window's events to the
 /// form.
@@ -17,8 +34,12 @@ class Form::Engine : public QObject {
   Engine(Form& form, QWidget& inside);
 
   /// Makes the form a child window.
-  void PutInto(MdiForm& main);
-  MdiForm* Main() const { return main_; }
+  void PutInto(ChildHost& host);
+  /// Null for a top-level window, as is `Main`.
+  ChildHost* Host() const { return host_; }
+  Form* Main() const { return host_ ? &host_->Main() : nullptr; }
+  /// What the form's `ScaleWidth` and `ScaleHeight` measure, where it isn't the whole inside.
+  void SetRoom(QWidget& room) { room_ = &room; }
   QMdiSubWindow* ChildFrame() const { return frame_; }
   /// The window with its frame, as far as that is the toolkit's.
   QWidget& Outer() const;
@@ -27,7 +48,7 @@ class Form::Engine : public QObject {
   void TakePlace();
   /// Brings the form's numbers up to the window, where they differ by a pixel.
   void Follow();
-  QSize Inside() const;
+  QSize Inside() const { return room_ ? room_->size() : inside_->size(); }
 
   int16_t State() const;
   void SetState(int16_t state);
@@ -44,7 +65,8 @@ class Form::Engine : public QObject {
   Form& form_;
   QPointer<QWidget> inside_;
   QPointer<QMdiSubWindow> frame_;
-  MdiForm* main_ = nullptr;
+  QPointer<QWidget> room_;
+  ChildHost* host_ = nullptr;
   QSize told_size_;
   bool is_coming_up_ = false;
   /// The state to show the window in, while it is hidden.

@@ -1,4 +1,6 @@
-#include <QMainWindow>
+#include "surface/forms/windows/MdiArea.h"
+
+#include <QLayout>
 #include <QScrollBar>
 #include <QShowEvent>
 #include <QStyle>
@@ -6,9 +8,7 @@
 #include <cmath>
 
 #include "surface/forms/controls/Conversions.h"
-#include "surface/forms/controls/Toolkit.h"
-#include "surface/forms/picture/PictureSurface.h"
-#include "surface/forms/windows/MdiFrame.h"
+#include "surface/raster/Units.h"
 
 namespace zelvane {
 namespace {
@@ -16,6 +16,14 @@ namespace {
 constexpr int kCorners = 5;
 
 }  // namespace
+
+QSize WithFrame(const QMdiSubWindow& child, QSize inside) {
+  return inside.grownBy(child.contentsMargins());
+}
+
+void LayOutChild(QMdiSubWindow& child) {
+  if (child.layout()) child.layout()->activate();
+}
 
 ChildArea::ChildArea(QWidget* parent) : QMdiArea(parent) {
   setActivationOrder(ActivationHistoryOrder);
@@ -121,7 +129,7 @@ void ChildArea::Tile(bool side_by_side) {
 
 DockField::DockField() : children_(new ChildArea(this)) {}
 
-void DockField::Dock(PictureSurface& panel, QWidget& widget, Align align) {
+void DockField::Dock(Control& panel, QWidget& widget, Align align) {
   std::erase_if(panels_, [&](const Panel& one) { return one.widget == &widget; });
   widget.removeEventFilter(this);
   if (align != Align::None) {
@@ -160,8 +168,8 @@ void DockField::LayOut() {
   laying_out_ = true;
   QRect room = rect();
   const auto cut = [&room](const Panel& panel) {
-    const double unit = panel.surface->Parent()->ScaleMode() == Scale::Twips ? kTwipsPerPixel : 1;
-    const int high = ToSize(panel.surface->Height() / unit), wide = ToSize(panel.surface->Width() / unit);
+    const double unit = panel.control->Parent()->ScaleMode() == Scale::Twips ? kTwipsPerPixel : 1;
+    const int high = ToSize(panel.control->Height() / unit), wide = ToSize(panel.control->Width() / unit);
     QRect place = room;
     if (panel.align == Align::Top) place.setHeight(high), room.setTop(room.top() + high);
     if (panel.align == Align::Bottom)

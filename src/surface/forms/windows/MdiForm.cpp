@@ -1,15 +1,17 @@
 #include "surface/forms/windows/MdiForm.h"
 
 #include "surface/forms/controls/Conversions.h"
-#include "surface/forms/controls/Toolkit.h"
-#include "surface/forms/picture/PictureSurface.h"
-#include "surface/forms/windows/FormEngine.h"
+#include "surface/forms/controls/Events.h"
 #include "surface/forms/windows/MdiFrame.h"
+#include "surface/raster/Units.h"
 
 namespace zelvane {
-MdiForm::MdiForm(const std::string& name) : Form(name, new Frame) {
-  frame_ = static_cast<Frame*>(Widget());
+
+MdiForm::MdiForm(const std::string& name) : Form(name, new MdiFrame) {
+  frame_ = static_cast<MdiFrame*>(Widget());
   frame_->Serve(*this);
+  frame_->OnActiveChanged = [this] { FireEvent(OnActiveFormChanged); };
+  engine_->SetRoom(*frame_->Field().Children().viewport());
 }
 
 MdiForm::~MdiForm() = default;
@@ -40,8 +42,10 @@ void MdiForm::SetMinimumSize(Single width, Single height) {
                          ToSize(static_cast<double>(height) / kTwipsPerPixel));
 }
 
-void MdiForm::Dock(PictureSurface& panel, Align align) {
+void MdiForm::Dock(Control& panel, Align align) {
   if (panel.Widget()) frame_->Field().Dock(panel, *panel.Widget(), align);
 }
+
+MdiChild::MdiChild(const std::string& name, MdiForm& main) : Form(name, *main.frame_) {}
 
 }  // namespace zelvane

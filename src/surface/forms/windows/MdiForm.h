@@ -8,7 +8,7 @@
 
 namespace zelvane {
 
-class PictureSurface;
+class MdiFrame;
 
 enum Arrangements : int16_t { kCascade = 0, kTileHorizontal = 1, kTileVertical = 2 };
 
@@ -28,16 +28,22 @@ class MdiForm : public Form {
   /// The smallest size of the window, in twips.
   void SetMinimumSize(Single width, Single height);
 
+  void Dock(Control& panel, Align align) override;
+
   /// Another child became the active one, or the last one went.
   std::function<void()> OnActiveFormChanged;
 
  private:
-  friend class Form;
   friend class Menu;
-  friend class PictureSurface;
-  void Dock(PictureSurface& panel, Align align);
-  class Frame;
-  Frame* frame_ = nullptr;
+  friend class MdiChild;
+  bool IsMain() const override { return true; }
+  MdiFrame* frame_ = nullptr;
+};
+
+/// A window inside the main one.
+class MdiChild : public Form {
+ public:
+  MdiChild(const std::string& name, MdiForm& main);
 };
 
 }  // namespace zelvane

@@ -6,9 +6,8 @@
 #include <QStyle>
 #include <QWindowStateChangeEvent>
 
+#include "surface/forms/controls/Events.h"
 #include "surface/forms/controls/IconArt.h"
-#include "surface/forms/controls/Toolkit.h"
-#include "surface/forms/windows/FormEngine.h"
 
 namespace zelvane {
 namespace {
@@ -20,9 +19,9 @@ constexpr int kChildIcon = 16;
 
 /// A child's frame. While it fills the main window it bears no title of its own: the toolkit would write it
 /// into the main window's, by which other programs find that window.
-class MdiForm::Frame::Child : public QMdiSubWindow {
+class MdiFrame::Child : public QMdiSubWindow {
  public:
-  Child(Form& form, Frame& main) : form_(form), main_(main) { ConfineSystemMenu(); }
+  Child(Form& form, MdiFrame& main) : form_(form), main_(main) { ConfineSystemMenu(); }
   Form& Served() const { return form_; }
   const QString& Caption() const { return caption_; }
 
@@ -54,11 +53,11 @@ class MdiForm::Frame::Child : public QMdiSubWindow {
   }
 
   Form& form_;
-  Frame& main_;
+  MdiFrame& main_;
   QString caption_;
 };
 
-MdiForm::Frame::Frame() : bar_(new CaptionBar), field_(new DockField) {
+MdiFrame::MdiFrame() : bar_(new CaptionBar), field_(new DockField) {
   // A bar that the desktop shows elsewhere has no room for the buttons of a child that fills the window.
   bar_->setNativeMenuBar(false);
   setMenuBar(bar_);
@@ -67,11 +66,7 @@ MdiForm::Frame::Frame() : bar_(new CaptionBar), field_(new DockField) {
           [this](QMdiSubWindow* window) { Activated(window); });
 }
 
-QSize MdiForm::Frame::RoomForChildren() const {
-  return field_->Children().viewport()->size();
-}
-
-QMdiSubWindow* MdiForm::Frame::AddChild(Form& form, QWidget& inside) {
+QMdiSubWindow* MdiFrame::AddChild(Form& form, QWidget& inside) {
   auto* child = new Child(form, *this);
   child->setObjectName(QString::fromStdString(form.Name()) + "Frame");
   child->setAttribute(Qt::WA_DeleteOnClose, false);
@@ -80,45 +75,37 @@ QMdiSubWindow* MdiForm::Frame::AddChild(Form& form, QWidget& inside) {
   return child;
 }
 
-void MdiForm::Frame::PlaceChild(QMdiSubWindow& child, QSize inside, bool keeps_place) {
+void MdiFrame::PlaceChild(QMdiSubWindow& child, QSize inside, bool keeps_place) {
   child.setWindowIcon(IconArt("zelvane", kChildIcon, devicePixelRatioF()));
   field_->Children().PlaceChild(child, inside, keeps_place);
 }
 
-QSize WithFrame(const QMdiSubWindow& child, QSize inside) {
-  return inside.grownBy(child.contentsMargins());
-}
-
-void LayOutChild(QMdiSubWindow& child) {
-  if (child.layout()) child.layout()->activate();
-}
-
-void MdiForm::Frame::SetChildCaption(QMdiSubWindow& child, const QString& caption) {
+void MdiFrame::SetChildCaption(QMdiSubWindow& child, const QString& caption) {
   static_cast<Child&>(child).SetCaption(caption);
 }
 
-void MdiForm::Frame::ActivateChild(Form& form) {
+void MdiFrame::ActivateChild(Form& form) {
   field_->Children().setActiveSubWindow(form.engine_->ChildFrame());
   // The toolkit tells of it only while the main window has the keyboard.
   SetActive(&form);
 }
 
-void MdiForm::Frame::Activated(QMdiSubWindow* window) {
+void MdiFrame::Activated(QMdiSubWindow* window) {
   // None: the main window has lost the keyboard, but its active form stays.
   if (window && !holding_) SetActive(&static_cast<Child*>(window)->Served());
 }
 
-void MdiForm::Frame::SetActive(Form* form) {
+void MdiFrame::SetActive(Form* form) {
   if (form == active_ || (form && form->unloading_)) return;
   Form* before = std::exchange(active_, form);
   TellCaption();
   if (before) FireEvent(before->OnDeactivate);
   if (active_ != form) return;
   if (form) FireEvent(form->OnActivate);
-  if (active_ == form) FireEvent(form_->OnActiveFormChanged);
+  if (active_ == form) FireEvent(OnActiveChanged);
 }
 
-void MdiForm::Frame::LeaveChild(Form& form) {
+void MdiFrame::LeaveChild(Form& form) {
   if (&form != active_) return;
   if (form_->unloading_) {
     active_ = nullptr;
@@ -132,13 +119,13 @@ void MdiForm::Frame::LeaveChild(Form& form) {
   SetActive(nullptr);
 }
 
-void MdiForm::Frame::RemoveChild(Form& form) {
+void MdiFrame::RemoveChild(Form& form) {
   LeaveChild(form);
   if (active_ == &form) active_ = nullptr;
   field_->Children().Forget(*form.engine_->ChildFrame());
 }
 
-void MdiForm::Frame::TellCaption() {
+void MdiFrame::TellCaption() {
   auto* child = active_ ? static_cast<Child*>(active_->engine_->ChildFrame()) : nullptr;
   bar_->SetCaption(child && child->isMaximized() && !child->isMinimized() ? child->Caption() : QString());
 }

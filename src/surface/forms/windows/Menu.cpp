@@ -4,11 +4,12 @@
 #include <QKeySequence>
 #include <QMenu>
 #include <QPointer>
+#include <QShortcut>
 #include <algorithm>
 #include <vector>
 
 #include "surface/forms/controls/Conversions.h"
-#include "surface/forms/controls/Toolkit.h"
+#include "surface/forms/controls/Events.h"
 #include "surface/forms/windows/MdiFrame.h"
 
 namespace zelvane {
@@ -22,7 +23,8 @@ struct Menu::Native {
   std::vector<Native*> entries;
   QPointer<QAction> action;
   QPointer<QMenu> menu;
-  QKeySequence shortcut;
+  /// The window bears it, since an entry that is hidden or disabled would hold it back.
+  QPointer<QShortcut> shortcut;
   bool lists_windows = false;
   std::vector<QPointer<QAction>> window_list;
 
@@ -32,28 +34,15 @@ struct Menu::Native {
   void Make(const std::string& shortcut_text);
   void BecomeMenu();
   void Opening();
-  void Closing();
   void Chosen();
   void ListWindows();
 
-  bool IsOpen() const { return menu && menu->isVisible(); }
-  /// Whether the entry and every menu round it are visible.
-  bool IsReachable() const { return self.visible_ && (!parent || parent->IsReachable()); }
-  void ShowEnabled(bool in_open_menu) {
-    action->setEnabled(self.enabled_ || (!in_open_menu && HoldsShortcut()));
-  }
-  bool HoldsShortcut() const {
-    return !shortcut.isEmpty() || std::any_of(entries.begin(), entries.end(),
-                                              [](const Native* entry) { return entry->HoldsShortcut(); });
-  }
-  void ShowShortcut();
+  QString Text() const;
 };
 
 void Menu::Native::Make(const std::string& shortcut_text) {
-  shortcut = QKeySequence::fromString(ToQt(shortcut_text), QKeySequence::PortableText);
   action = new QAction(frame);
   action->setObjectName(ToQt(self.name_));
-  action->setShortcutContext(Qt::WindowShortcut);
   // No entry belongs to the application's own menu, whatever its caption sounds like.
   action->setMenuRole(QAction::NoRole);
   QObject::connect(action, &QAction::triggered, action, [this] { Chosen(); });
@@ -61,12 +50,18 @@ void Menu::Native::Make(const std::string& shortcut_text) {
     parent->BecomeMenu();
     parent->entries.push_back(this);
     parent->menu->addAction(action);
-    // The window bears the shortcut too, so that a menu that is disabled doesn't hold it back.
-    if (!shortcut.isEmpty()) frame->addAction(action);
   } else {
     frame->menuBar()->addAction(action);
   }
-  ShowShortcut();
+  if (shortcut_text.empty()) return;
+  shortcut = new QShortcut(QKeySequence::fromString(ToQt(shortcut_text), QKeySequence::PortableText), frame);
+  QObject::connect(shortcut, &QShortcut::activated, shortcut, [this] { FireEvent(self.OnClick); });
+}
+
+/// The caption with the shortcut in a column of its own.
+QString Menu::Native::Text() const {
+  const QString caption = ToQt(self.caption_);
+  return shortcut ? caption + '\t' + shortcut->key().toString(QKeySequence::NativeText) : caption;
 }
 
 void Menu::Native::BecomeMenu() {
@@ -76,18 +71,11 @@ void Menu::Native::BecomeMenu() {
   menu->setToolTipsVisible(false);
   action->setMenu(menu);
   QObject::connect(menu, &QMenu::aboutToShow, menu, [this] { Opening(); });
-  QObject::connect(menu, &QMenu::aboutToHide, menu, [this] { Closing(); });
 }
 
 void Menu::Native::Opening() {
   FireEvent(self.OnClick);
-  for (Native* entry : entries) entry->ShowEnabled(true);
   if (lists_windows) ListWindows();
-}
-
-void Menu::Native::Closing() {
-  // What was clicked is told after this, and only where it was enabled when it was clicked.
-  for (Native* entry : entries) entry->ShowEnabled(false);
 }
 
 void Menu::Native::Chosen() {
@@ -95,11 +83,6 @@ void Menu::Native::Chosen() {
   // The toolkit has toggled the mark by itself; it is the program that does.
   if (action->isCheckable()) action->setChecked(self.checked_);
   FireEvent(self.OnClick);
-}
-
-void Menu::Native::ShowShortcut() {
-  if (action) action->setShortcut(IsReachable() ? shortcut : QKeySequence());
-  for (Native* entry : entries) entry->ShowShortcut();
 }
 
 void Menu::Native::ListWindows() {
@@ -142,33 +125,31 @@ Menu::~Menu() {
   if (native_->parent) std::erase(native_->parent->entries, native_.get());
   for (Native* entry : native_->entries) entry->parent = nullptr;
   // An entry may go in its own event, from which the toolkit still has to return.
-  for (QObject* object : {static_cast<QObject*>(native_->action), static_cast<QObject*>(native_->menu)}) {
+  for (QObject* object : {static_cast<QObject*>(native_->action), static_cast<QObject*>(native_->menu),
+                          static_cast<QObject*>(native_->shortcut)}) {
     if (!object) continue;
     object->disconnect();
     object->deleteLater();
   }
   if (native_->action) native_->action->setVisible(false);
+  if (native_->shortcut) native_->shortcut->setEnabled(false);
 }
 
 void Menu::SetCaption(const std::string& caption) {
   caption_ = caption;
   if (!native_->action) return;
   native_->action->setSeparator(caption == "-");
-  native_->action->setText(caption == "-" ? QString() : ToQt(caption));
+  native_->action->setText(caption == "-" ? QString() : native_->Text());
 }
 
 void Menu::SetEnabled(bool enabled) {
   enabled_ = enabled;
-  if (!native_->action) return;
-  // The bar's own menus are always in view.
-  native_->ShowEnabled(!native_->parent || native_->parent->IsOpen());
+  if (native_->action) native_->action->setEnabled(enabled);
 }
 
 void Menu::SetVisible(bool visible) {
   visible_ = visible;
-  if (!native_->action) return;
-  native_->action->setVisible(visible);
-  native_->ShowShortcut();
+  if (native_->action) native_->action->setVisible(visible);
 }
 
 void Menu::SetChecked(bool checked) {

@@ -11,8 +11,8 @@ namespace zelvane {
 /// A menu or an entry of one. An ampersand in the caption marks the key, two stand for one; "-" is a
 /// separator.
 ///
-/// `Enabled` holds while the menu is open: whoever fires an entry by its shortcut checks for himself whether
-/// he can act.
+/// The shortcut works always, also where the entry is disabled or hidden: whoever is fired by it checks for
+/// himself whether he can act.
 class Menu {
  public:
   /// A menu of the main window's bar.

@@ -6,6 +6,8 @@
 #include <QScreen>
 #include <algorithm>
 
+#include "surface/raster/Units.h"
+
 namespace zelvane::Screen {
 
 namespace {

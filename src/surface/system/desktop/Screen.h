@@ -6,9 +6,6 @@
 /// The screen that the program shows on.
 namespace zelvane::Screen {
 
-/// Twips of a logical pixel, on both axes, always.
-inline constexpr int kTwipsPerPixel = 15;
-
 /// Twips.
 double Width();
 double Height();

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <functional>
+
+namespace zelvane {
+
+/// Lets pending events run.
+void DoEvents();
+/// Runs `step` at the next turn of the event loop.
+void Defer(std::function<void()> step);
+/// Runs `step` from the event loop, but not before every handler that runs now has returned, however deeply
+/// event loops are nested in it.
+void DeferToOutermost(std::function<void()> step);
+
+/// A handler of an event runs while one stands. The application makes one for each.
+class HandlerLevel {
+ public:
+  HandlerLevel();
+  ~HandlerLevel();
+  HandlerLevel(const HandlerLevel&) = delete;
+  HandlerLevel& operator=(const HandlerLevel&) = delete;
+};
+
+}  // namespace zelvane
