@@ -6,7 +6,13 @@
 namespace zelvane {
 namespace {
 
+bool HasRoundCorners() {
+  return frmControls->RoundCorners.Value() == 1;
+}
+
 void Drag(const Stroke& stroke) {
+  using Shape = ShapeOverlay::Shape;
+  stroke.Document.DrawBox.SetShape(HasRoundCorners() ? Shape::RoundRectangle : Shape::Rectangle);
   SpanBox(stroke.Document.DrawBox, stroke);
   stroke.Document.DrawBox.SetVisible(true);
 }
@@ -27,7 +33,7 @@ void Release(const Stroke& stroke) {
   stroke.Document.DrawBox.SetVisible(false);
   SetBoxStyle(stroke, OptionOf(kRectangleBorder).Value);
   const Target target = TargetOf(stroke);
-  if (frmControls->RoundCorners.Value() == 1)
+  if (HasRoundCorners())
     DrawRounded(target, stroke, sx, sy);
   else
     target.Layer.Box(target.X(sx), target.Y(sy), target.X(stroke.X), target.Y(stroke.Y), StrokeColor());

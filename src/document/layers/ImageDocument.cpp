@@ -42,7 +42,7 @@ ImageDocument::ImageDocument()
       CropArea(PaintArea, Shape::Rectangle, Style::Dotted),
       DrawBox(PaintArea, Shape::Rectangle),
       DrawCircle(PaintArea, Shape::Oval),
-      BrushOutline(PaintArea, Shape::Oval),
+      BrushOutline(PaintArea),
       FollowLine(PaintArea),
       Temp(PaintArea),
       Temp2(PaintArea),

@@ -40,7 +40,7 @@ class ImageDocument : public MdiChild {
   Label lblTextSize;                            ///< measures it
   ShapeOverlay SelectArea, CropArea;            ///< marquees
   ShapeOverlay DrawBox, DrawCircle;             ///< rubber bands of boxes and ellipses
-  ShapeOverlay BrushOutline;                    ///< how far the brush under the pointer reaches
+  RingOverlay BrushOutline;                     ///< how far the brush under the pointer reaches
   LineOverlay FollowLine;                       ///< rubber band of lines
   LineOverlay Temp, Temp2;                      ///< end lines of a gradient, never shown
   ScrollBar HScroll1, VScroll1;                 ///< what part of `PaintArea` is in view

@@ -2,47 +2,13 @@
 #include <utility>
 
 #include "surface/raster/Canvas.h"
+#include "surface/raster/Outlines.h"
 #include "surface/raster/Spans.h"
 
 /// Lines and points. Everything is worked out from the whole line in whole numbers, so what a surface shows
 /// of it is exactly the cut-out of the same line on an endless surface.
 namespace zelvane {
 namespace {
-
-__extension__ using Int128 = __int128;
-
-struct Place {
-  int64_t x = 0, y = 0;
-  friend bool operator==(const Place&, const Place&) = default;
-};
-
-/// The row of a line of width 1 by its column, for lines that are at least as wide as high: the row nearest
-/// to the line, halves downwards. Columns run from left to right whichever end the line was begun from.
-class Slope {
- public:
-  Slope(Place from, Place to, int64_t column)
-      : row_(from.y), rise_(2 * (to.y - from.y)), run_(std::max<int64_t>(2 * (to.x - from.x), 1)) {
-    const Int128 doubled = Int128{column - from.x} * rise_ + run_ / 2;
-    row_ += static_cast<int64_t>(FloorDivided<Int128>(doubled, run_));
-    rest_ = static_cast<int64_t>(doubled - FloorDivided<Int128>(doubled, run_) * run_);
-  }
-
-  int64_t Row() const { return row_; }
-  void NextColumn() {
-    rest_ += rise_;
-    if (rest_ >= run_) {
-      rest_ -= run_;
-      ++row_;
-    } else if (rest_ < 0) {
-      rest_ += run_;
-      --row_;
-    }
-  }
-
- private:
-  int64_t row_, rise_, run_;  // rise and run doubled, for the half in "nearest"
-  int64_t rest_ = 0;          // 0 to run_ - 1: how far beyond the row's lower limit
-};
 
 void PaintThinLine(SpanPainter& painter, Place from, Place to) {
   const bool steep = std::abs(to.y - from.y) > std::abs(to.x - from.x);
@@ -53,9 +19,9 @@ void PaintThinLine(SpanPainter& painter, Place from, Place to) {
   if (from.x > to.x) std::swap(from, to);
   const Span columns = Span{from.x, to.x}.Intersected({0, (steep ? painter.Height() : painter.Width()) - 1});
   if (columns.IsEmpty()) return;
-  Slope slope(from, to, columns.first);
-  for (int64_t column = columns.first; column <= columns.last; ++column, slope.NextColumn()) {
-    const int64_t row = slope.Row();
+  ThinLine line(from, to, columns.first);
+  for (int64_t column = columns.first; column <= columns.last; ++column, line.NextColumn()) {
+    const int64_t row = line.Row();
     if (steep) {
       painter.Paint(column, {row, row});
     } else {

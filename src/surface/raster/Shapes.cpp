@@ -2,6 +2,7 @@
 #include <utility>
 
 #include "surface/raster/Canvas.h"
+#include "surface/raster/Outlines.h"
 #include "surface/raster/Spans.h"
 
 /// Boxes, boxes with round corners and ellipses: a border of the pen's width round an inside.
@@ -54,46 +55,6 @@ class BoxOutline {
 
   Span columns_, rows_;
   int64_t width_;
-};
-
-/// A filled box with elliptic corners. Its pixels are those with their centres in the shape that touches all
-/// four sides of the box from inside.
-struct RoundBox {
-  int64_t left, top, width, height;
-  int64_t corner_width, corner_height;  // of the whole ellipse, 0 to the box's own
-
-  /// Half the ellipse's width at `v` from its middle, both doubled. The long double root is exact for boxes
-  /// up to 32,767 pixels: the next value that could be mistaken for a whole number is 2^-61 of itself away.
-  int64_t CornerReach(int64_t v) const {
-    if (v <= 1) return corner_width;
-    const long double a = static_cast<long double>(corner_width), b = static_cast<long double>(corner_height);
-    return static_cast<int64_t>(std::sqrt(a * a * static_cast<long double>((corner_height - v)) *
-                                          static_cast<long double>(corner_height + v)) /
-                                b);
-  }
-  Span Columns(int64_t y) const {
-    if (y < top || y >= top + height || width <= 0) return {};
-    const int64_t from_middle = std::abs(2 * (y - top) + 1 - height);
-    const int64_t reach = CornerReach(from_middle - (height - corner_height));
-    // An ellipse narrower than its outermost rows resolve still has its middle there.
-    const int64_t inset = std::min((corner_width - reach) / 2, (width - 1) / 2);
-    return {left + inset, left + width - 1 - inset};
-  }
-  /// The pixels whose four neighbours all belong to the box as well: what a thin outline leaves open.
-  Span InnerColumns(int64_t y) const {
-    const Span row = Columns(y);
-    return Span{row.first + 1, row.last - 1}.Intersected(Columns(y - 1)).Intersected(Columns(y + 1));
-  }
-  /// Grown by so many pixels on every side, corners and all; half pixels go up and left. Doubled.
-  RoundBox Grown(int64_t doubled) const {
-    const int64_t up = CeilDivided<int64_t>(doubled, 2);
-    return {left - up,
-            top - up,
-            std::max<int64_t>(width + doubled, 0),
-            std::max<int64_t>(height + doubled, 0),
-            std::max<int64_t>(corner_width + doubled, 0),
-            std::max<int64_t>(corner_height + doubled, 0)};
-  }
 };
 
 /// The border runs from the shape grown by half a pen to the one shrunk by half a pen, less the pixel on the
@@ -150,9 +111,9 @@ void Canvas::Circle(Single x, Single y, Single radius, Color color, double aspec
   const auto across = ToInt32(aspect > 1 ? radius / aspect : radius);
   const auto down = ToInt32(aspect < 1 ? radius * aspect : radius);
   if (!centre_x || !centre_y || !across || !down) return;
-  const int64_t width = 2 * int64_t{*across} + 1, height = 2 * int64_t{*down} + 1;
-  const RoundBox ellipse{
-      int64_t{*centre_x} - *across, int64_t{*centre_y} - *down, width, height, width, height};
+  const RoundBox ellipse({int64_t{*centre_x} - *across, int64_t{*centre_x} + *across},
+                         {int64_t{*centre_y} - *down, int64_t{*centre_y} + *down}, kWholeEllipse,
+                         kWholeEllipse);
   PaintOutlined(color, [&](SpanPainter& border, SpanPainter* inside) {
     PaintRoundBox(border, inside, ellipse, PenWidth());
   });
@@ -162,15 +123,10 @@ void Canvas::Circle(Single x, Single y, Single radius, Color color, double aspec
 
 void Canvas::RoundRect(int32_t left, int32_t top, int32_t right, int32_t bottom, int32_t corner_width,
                        int32_t corner_height) {
-  const Span columns = Ordered(left, right), rows = Ordered(top, bottom);
-  const int64_t width = columns.last - columns.first, height = rows.last - rows.first;
-  if (width == 0 || height == 0) return;
-  const RoundBox box{columns.first,
-                     rows.first,
-                     width,
-                     height,
-                     std::min(std::abs(int64_t{corner_width}), width),
-                     std::min(std::abs(int64_t{corner_height}), height)};
+  if (left == right || top == bottom) return;
+  const Span columns{std::min(left, right), int64_t{std::max(left, right)} - 1};
+  const Span rows{std::min(top, bottom), int64_t{std::max(top, bottom)} - 1};
+  const RoundBox box(columns, rows, corner_width, corner_height);
   PaintOutlined(fore_color_, [&](SpanPainter& border, SpanPainter* inside) {
     PaintRoundBox(border, inside, box, PenWidth());
   });

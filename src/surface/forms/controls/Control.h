@@ -25,7 +25,22 @@ enum ShiftMask : int16_t { kShift = 1, kCtrl = 2, kAlt = 4 };
 /// `Button` of a press or release; a move bears the sum of those held.
 enum PointerButtons : int16_t { kNoButton = 0, kLeftButton = 1, kRightButton = 2, kMiddleButton = 4 };
 /// `KeyCode`s that the program asks for.
-enum KeyCodes : int16_t { kKeyEnter = 13, kKeyEscape = 27, kKeyC = 67, kKeyV = 86, kKeyX = 88, kKeyF2 = 113 };
+enum KeyCodes : int16_t {
+  kKeyEnter = 13,
+  kKeyEscape = 27,
+  kKeyPageUp = 33,
+  kKeyPageDown = 34,
+  kKeyEnd = 35,
+  kKeyHome = 36,
+  kKeyLeft = 37,
+  kKeyUp = 38,
+  kKeyRight = 39,
+  kKeyDown = 40,
+  kKeyC = 67,
+  kKeyV = 86,
+  kKeyX = 88,
+  kKeyF2 = 113
+};
 
 /// A drawn pointer: an SVG of 32 by 32 among the program's cursors and the pixel that points.
 struct PointerIcon {

@@ -5,9 +5,11 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <utility>
 
 #include "surface/forms/picture/OverlayTracer.h"
 #include "surface/forms/picture/PixelPaint.h"
+#include "surface/raster/Outlines.h"
 
 namespace zelvane {
 namespace {
@@ -16,9 +18,9 @@ constexpr int kFrame = 1;
 /// Farther places are all as far out of view; products of two distances stay within 64 bits.
 constexpr double kFar = 1 << 29;
 
-/// Rounded down; no number counts as 0.
-int64_t Unit(Single value) {
-  return std::isnan(value) ? 0 : static_cast<int64_t>(std::clamp(std::floor(double{value}), -kFar, kFar));
+/// The cell of so many units that a place belongs to; no number counts as 0.
+int64_t CellAt(double place, int units) {
+  return std::isnan(place) ? 0 : static_cast<int64_t>(std::clamp(RoundHalfEven(place / units), -kFar, kFar));
 }
 
 /// Notes for painting what an overlay covers: pieces that lie together in one rectangle, unless too much
@@ -56,101 +58,91 @@ class OverlayToucher : public OverlayTracer {
   QRegion touched_;
 };
 
-/// One unit of three along an edge, or along the longer axis of a piece of a curve. The dots stay where they
-/// are while the overlay grows.
-void CoverDots(OverlayTracer& tracer, const Rect& piece, bool is_curve) {
-  const Rect seen = piece.Intersected(tracer.Inside());
-  const int by_x = is_curve && piece.Width() == 1 ? 0 : 1, by_y = is_curve && by_x == 1 ? 0 : 1;
-  for (int y = seen.top; y < seen.bottom; ++y) {
-    for (int x = seen.left; x < seen.right; ++x) {
-      if ((x * by_x + y * by_y) % 3 == 0) tracer.Cover({x, y, x + 1, y + 1});
-    }
+/// Square cells of the view: image pixels as they are shown, or single units.
+class Cells {
+ public:
+  Cells(OverlayTracer& tracer, int units) : tracer_(tracer), units_(units) {
+    const Rect& inside = tracer.Inside();
+    columns_ = {inside.left / units, (inside.right - 1) / units};
+    rows_ = {inside.top / units, (inside.bottom - 1) / units};
   }
-}
 
-/// A box in units that may lie far outside what any widget shows.
-struct Box {
-  int64_t left, top, width, height;
+  /// The only ones that matter.
+  const Span& Columns() const { return columns_; }
+  const Span& Rows() const { return rows_; }
+
+  void Cover(const Span& columns, const Span& rows) const {
+    const Span x = columns.Intersected(columns_), y = rows.Intersected(rows_);
+    if (x.IsEmpty() || y.IsEmpty()) return;
+    tracer_.Cover({First(x), First(y), First(x) + Count(x), First(y) + Count(y)});
+  }
+  void Cover(const Span& columns, int64_t row) const { Cover(columns, {row, row}); }
+
+ private:
+  int First(const Span& span) const { return static_cast<int>(span.first) * units_; }
+  int Count(const Span& span) const { return static_cast<int>(span.last - span.first + 1) * units_; }
+  OverlayTracer& tracer_;
+  int units_;
+  Span columns_, rows_;
 };
 
-/// The rows and columns of the box that matter, with edges far outside brought close by.
-Rect Near(int64_t left, int64_t top, int64_t right, int64_t bottom, const Rect& inside) {
-  const auto into = [](int64_t value, int low, int high) {
-    return static_cast<int>(std::clamp<int64_t>(value, int64_t{low} - 1, int64_t{high} + 1));
-  };
-  return {into(left, inside.left, inside.right), into(top, inside.top, inside.bottom),
-          into(right, inside.left, inside.right), into(bottom, inside.top, inside.bottom)};
+void TraceRectangle(const Span& columns, const Span& rows, const Cells& cells) {
+  const Span between{rows.first + 1, rows.last - 1};
+  cells.Cover(columns, rows.first);
+  if (rows.last > rows.first) cells.Cover(columns, rows.last);
+  cells.Cover({columns.first, columns.first}, between);
+  if (columns.last > columns.first) cells.Cover({columns.last, columns.last}, between);
 }
 
-template <class Piece>
-void TraceRectangle(const Box& box, const Rect& inside, Piece&& piece) {
-  const int64_t right = box.left + box.width, bottom = box.top + box.height;
-  piece(Near(box.left, box.top, right, box.top + 1, inside));
-  if (box.height > 1) piece(Near(box.left, bottom - 1, right, bottom, inside));
-  if (box.height <= 2) return;
-  piece(Near(box.left, box.top + 1, box.left + 1, bottom - 1, inside));
-  if (box.width > 1) piece(Near(right - 1, box.top + 1, right, bottom - 1, inside));
-}
-
-/// Columns of an ellipse in one row, right one not included; empty above and below it.
-struct Chord {
-  int64_t left = 0, right = 0;
-  bool IsEmpty() const { return right <= left; }
-};
-
-Chord ChordOf(const Box& box, int64_t y) {
-  if (y < box.top || y >= box.top + box.height) return {};
-  const double across = static_cast<double>(box.width) / 2, down = static_cast<double>(box.height) / 2;
-  const double height = (static_cast<double>(y - box.top) + 0.5 - down) / down;
-  const double half = across * std::sqrt(std::max(0.0, 1 - height * height));
-  // A column is in where its middle is; the middle one or two always are, so that thin ellipses have no gaps.
-  const auto cut =
-      std::min<int64_t>(static_cast<int64_t>(std::ceil(across - half - 0.5)), (box.width - 1) / 2);
-  return {box.left + cut, box.left + box.width - cut};
-}
-
-/// The units of the ellipse that have a neighbour outside it: first all that lie left, then those right.
-template <class Piece>
-void TraceOval(const Box& box, const Rect& inside, Piece&& piece) {
-  const Rect rows = Near(box.left, box.top, box.left + box.width, box.top + box.height, inside);
+/// First all that lies left, then what lies right.
+void TraceRoundBox(const RoundBox& box, const Cells& cells) {
+  const Span rows = Span{box.top, box.top + box.height - 1}.Intersected(cells.Rows());
   for (const bool leftward : {true, false}) {
-    for (int y = rows.top; y < rows.bottom; ++y) {
-      const Chord above = ChordOf(box, y - 1), here = ChordOf(box, y), below = ChordOf(box, y + 1);
-      Chord hollow{std::max({above.left, below.left, here.left + 1}),
-                   std::min({above.right, below.right, here.right - 1})};
-      if (above.IsEmpty() || below.IsEmpty() || hollow.IsEmpty()) hollow = {here.right, here.right};
-      const Chord arc = leftward ? Chord{here.left, hollow.left} : Chord{hollow.right, here.right};
-      if (!arc.IsEmpty()) piece(Near(arc.left, y, arc.right, y + 1, inside));
+    for (int64_t y = rows.first; y <= rows.last; ++y) {
+      const Span whole = box.Columns(y), hollow = box.InnerColumns(y).Intersected(whole);
+      if (hollow.IsEmpty()) {
+        if (leftward) cells.Cover(whole, y);
+      } else {
+        cells.Cover(leftward ? Span{whole.first, hollow.first - 1} : Span{hollow.last + 1, whole.last}, y);
+      }
     }
   }
 }
 
-/// A line along its longer axis: the runs of steps that have the same place on the other axis. `swapped`
-/// tells that the longer axis is the vertical one.
-struct Slope {
-  int64_t from, from_across, to, to_across;
-  bool swapped;
-
-  int64_t AcrossAt(int64_t at) const {
-    if (to == from) return from_across;
-    const int64_t rise = 2 * (to_across - from_across) * (at - from) + (to - from);
-    const int64_t run = 2 * (to - from);
-    return from_across + (rise >= 0 ? rise / run : -((-rise + run - 1) / run));
-  }
-};
-
-void TraceLine(const Slope& slope, OverlayTracer& tracer) {
-  const Rect& inside = tracer.Inside();
-  const int64_t low = slope.swapped ? inside.top : inside.left,
-                high = slope.swapped ? inside.bottom : inside.right;
-  const int64_t end = std::min(slope.to + 1, high);
-  for (int64_t at = std::max(slope.from, low); at < end;) {
-    const int64_t start = at, across = slope.AcrossAt(at);
-    while (at < end && slope.AcrossAt(at) == across) ++at;
-    tracer.Cover(slope.swapped ? Near(across, start, across + 1, at, inside)
-                               : Near(start, across, at, across + 1, inside));
+/// In runs along the longer axis.
+void TraceLine(Place from, Place to, const Cells& cells) {
+  const bool is_steep = std::abs(to.y - from.y) > std::abs(to.x - from.x);
+  if (is_steep) std::swap(from.x, from.y), std::swap(to.x, to.y);
+  if (from.x > to.x) std::swap(from, to);
+  const Span seen = Span{from.x, to.x}.Intersected(is_steep ? cells.Rows() : cells.Columns());
+  ThinLine line(from, to, seen.first);
+  for (int64_t at = seen.first; at <= seen.last;) {
+    Span run{at, at};
+    const int64_t across = line.Row();
+    for (; at <= seen.last && line.Row() == across; ++at, line.NextColumn()) run.last = at;
+    if (is_steep)
+      cells.Cover({across, across}, run);
+    else
+      cells.Cover(run, across);
   }
 }
+
+/// Passes one unit of three on. The dots stay where they are while the overlay grows.
+class DotTracer : public OverlayTracer {
+ public:
+  explicit DotTracer(OverlayTracer& tracer) : OverlayTracer(tracer.Inside()), tracer_(tracer) {}
+
+  void Cover(const Rect& piece) override {
+    for (int y = piece.top; y < piece.bottom; ++y) {
+      for (int x = piece.left; x < piece.right; ++x) {
+        if ((x + y) % 3 == 0) tracer_.Cover({x, y, x + 1, y + 1});
+      }
+    }
+  }
+
+ private:
+  OverlayTracer& tracer_;
+};
 
 }  // namespace
 
@@ -184,6 +176,10 @@ void Overlay::Touch() {
   NoteForPainting(*widget, toucher.Touched().translated(kFrame, kFrame));
 }
 
+int Overlay::Multiple() const {
+  return view_->Multiple();
+}
+
 void ShapeOverlay::Write(Single& field, Single value) {
   if (field == value) return;
   Touch();
@@ -198,19 +194,60 @@ void ShapeOverlay::Move(Single left, Single top, Single width, Single height) {
   Touch();
 }
 
+void ShapeOverlay::SetShape(Shape shape) {
+  if (shape == shape_) return;
+  Touch();
+  shape_ = shape;
+  Touch();
+}
+
 void ShapeOverlay::Trace(OverlayTracer& tracer) const {
-  const Box box{Unit(left_), Unit(top_), std::max<int64_t>(1, Unit(width_)),
-                std::max<int64_t>(1, Unit(height_))};
-  const bool is_oval = shape_ == Shape::Oval;
-  const auto piece = [&](const Rect& covered) {
-    if (style_ == Style::Solid) return tracer.Cover(covered);
-    CoverDots(tracer, covered, is_oval);
-  };
-  if (is_oval) {
-    TraceOval(box, tracer.Inside(), piece);
-  } else {
-    TraceRectangle(box, tracer.Inside(), piece);
+  if (style_ == Style::Dotted)
+    TraceMarquee(tracer);
+  else
+    TraceBand(tracer);
+}
+
+void ShapeOverlay::TraceBand(OverlayTracer& tracer) const {
+  const int z = Multiple();
+  const int64_t right = CellAt(double{left_} + width_, z), bottom = CellAt(double{top_} + height_, z);
+  const Cells cells(tracer, z);
+  if (shape_ == Shape::Rectangle) {
+    return TraceRectangle({CellAt(left_, z), right}, {CellAt(top_, z), bottom}, cells);
   }
+  constexpr double kCorner = 0.25;
+  const bool is_oval = shape_ == Shape::Oval;
+  TraceRoundBox(RoundBox({CellAt(left_, z), right - 1}, {CellAt(top_, z), bottom - 1},
+                         is_oval ? right : CellAt(width_ * kCorner, z),
+                         is_oval ? bottom : CellAt(height_ * kCorner, z)),
+                cells);
+}
+
+void ShapeOverlay::TraceMarquee(OverlayTracer& tracer) const {
+  const int z = Multiple();
+  const int64_t left = CellAt(left_, z) * z, top = CellAt(top_, z) * z;
+  const Span columns{left, left + CellAt(width_, z) * z - 1}, rows{top, top + CellAt(height_, z) * z - 1};
+  if (columns.IsEmpty() || rows.IsEmpty()) return;
+  DotTracer dots(tracer);
+  TraceRectangle(columns, rows, Cells(dots, 1));
+}
+
+void RingOverlay::Move(Single left, Single top, Single width, Single height) {
+  if (left == left_ && top == top_ && width == width_ && height == height_) return;
+  Touch();
+  left_ = left, top_ = top, width_ = width, height_ = height;
+  Touch();
+}
+
+void RingOverlay::Trace(OverlayTracer& tracer) const {
+  const int64_t left = CellAt(left_, 1), top = CellAt(top_, 1);
+  const int64_t right = CellAt(double{left_} + width_, 1), bottom = CellAt(double{top_} + height_, 1);
+  const RoundBox box({left, right - 1}, {top, bottom - 1}, kWholeEllipse, kWholeEllipse);
+  const Cells units(tracer, 1);
+  tracer.SetTone(OverlayTracer::Tone::White);
+  TraceRoundBox(box.Grown(2), units);
+  tracer.SetTone(OverlayTracer::Tone::Black);
+  TraceRoundBox(box, units);
 }
 
 void LineOverlay::Write(Single& field, Single value) {
@@ -221,12 +258,8 @@ void LineOverlay::Write(Single& field, Single value) {
 }
 
 void LineOverlay::Trace(OverlayTracer& tracer) const {
-  int64_t x1 = Unit(x1_), y1 = Unit(y1_), x2 = Unit(x2_), y2 = Unit(y2_);
-  const bool is_steep = std::abs(y2 - y1) > std::abs(x2 - x1);
-  if (is_steep) std::swap(x1, y1), std::swap(x2, y2);
-  // Always traced in one direction, so that a line is the same whichever end it is drawn from.
-  if (x2 < x1) std::swap(x1, x2), std::swap(y1, y2);
-  TraceLine({x1, y1, x2, y2, is_steep}, tracer);
+  const int z = Multiple();
+  TraceLine({CellAt(x1_, z), CellAt(y1_, z)}, {CellAt(x2_, z), CellAt(y2_, z)}, Cells(tracer, z));
 }
 
 }  // namespace zelvane

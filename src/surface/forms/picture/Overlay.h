@@ -6,8 +6,10 @@ namespace zelvane {
 
 class OverlayTracer;
 
-/// Something drawn inverted above a picture, one logical pixel wide, in units of the view. Hidden at first.
-/// Writing anything shows at once.
+/// Something shown above a picture, hidden at first. Writing anything shows at once.
+///
+/// Places and sizes are units of the view, kept as written. What is shown follows what the tools make of the
+/// same numbers: places are taken to image pixels, rounded to nearest, halves to even.
 class Overlay {
  public:
   virtual ~Overlay();
@@ -21,6 +23,8 @@ class Overlay {
   explicit Overlay(PictureView& view);
   /// Call before and after a change: what is covered is shown anew.
   void Touch();
+  /// Units of the view in an image pixel.
+  int Multiple() const;
 
  private:
   friend class PictureView;
@@ -31,14 +35,19 @@ class Overlay {
   bool visible_ = false;
 };
 
-/// The outline of a rectangle, an ellipse.
+/// The outline of a shape, inverted: solid the band that a pen of width 1 would paint, dotted a marquee that
+/// runs along the inside of the pixels it holds, one unit wide.
 class ShapeOverlay : public Overlay {
  public:
-  enum class Shape { Rectangle, Oval };
+  /// A solid rectangle covers both its corners, everything else ends before right and bottom. Round corners
+  /// measure a quarter of the box; an oval's measure its right and bottom edges, so that one which begins
+  /// left of the picture or above it is no ellipse.
+  enum class Shape { Rectangle, RoundRectangle, Oval };
   enum class Style { Solid, Dotted };
   ShapeOverlay(PictureView& view, Shape shape, Style style = Style::Solid)
       : Overlay(view), shape_(shape), style_(style) {}
 
+  void SetShape(Shape shape);
   Single Left() const { return left_; }
   Single Top() const { return top_; }
   Single Width() const { return width_; }
@@ -51,13 +60,32 @@ class ShapeOverlay : public Overlay {
 
  private:
   void Trace(OverlayTracer& tracer) const override;
+  void TraceBand(OverlayTracer& tracer) const;
+  void TraceMarquee(OverlayTracer& tracer) const;
   void Write(Single& field, Single value);
   Shape shape_;
   Style style_;
   Single left_ = 0, top_ = 0, width_ = 0, height_ = 0;
 };
 
-/// A line between two points.
+/// An ellipse in two tones that together are seen on any picture: black along the inside of its box, white
+/// round that.
+class RingOverlay : public Overlay {
+ public:
+  explicit RingOverlay(PictureView& view) : Overlay(view) {}
+
+  Single Left() const { return left_; }
+  Single Top() const { return top_; }
+  Single Width() const { return width_; }
+  Single Height() const { return height_; }
+  void Move(Single left, Single top, Single width, Single height);
+
+ private:
+  void Trace(OverlayTracer& tracer) const override;
+  Single left_ = 0, top_ = 0, width_ = 0, height_ = 0;
+};
+
+/// A line between two points, both included: the band that a pen of width 1 would paint, inverted.
 class LineOverlay : public Overlay {
  public:
   explicit LineOverlay(PictureView& view) : Overlay(view) {}

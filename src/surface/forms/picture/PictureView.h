@@ -15,7 +15,7 @@ class Overlay;
 /// from the picture, so its memory doesn't grow with the zoom.
 ///
 /// `Width` = `ScaleWidth` + 2, likewise `Height`; a frame of one pixel runs round the picture. Overlays that
-/// have it as parent are drawn inverted above the picture and never enter it.
+/// have it as parent are shown above the picture and never enter it.
 class PictureView : public Control {
  public:
   PictureView(Control& parent, const std::string& name);
