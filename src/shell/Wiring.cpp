@@ -21,6 +21,10 @@ void ShowCurrentColors() {
   document->TextInput.SetBackColor(ColorPanel->SelColor[1].BackColor());
 }
 
+void ShowBrush() {
+  if (frmPaint* document = ActiveWindow()) document->ShowReach();
+}
+
 void comboZoom_Click() {
   if (frmPaint* document = ActiveWindow()) document->ChangeZoomFactor();
 }
@@ -37,6 +41,7 @@ void WireTools() {
   WireGroup(frmControls->Cmd3, SelectOption3);
   WireGroup(frmControls->Cmd4, SelectOption4);
   WireOptionBars();
+  frmControls->OnOptionChange = ShowBrush;
   frmControls->comboZoom.OnClick = comboZoom_Click;
   frmControls->clearButton.OnClick = clearButton_Click;
 }

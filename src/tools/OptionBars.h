@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <functional>
 #include <vector>
 
 #include "surface/forms/controls/CheckBox.h"
@@ -27,6 +28,7 @@ class OptionBarsWindow : public Form {
       MyCursor{};  ///< the pointer over the picture; the Cursor tool has the default
 
   ControlArray<NumberBox> pixelSelector;     ///< by `NumericOption`
+  std::function<void()> OnOptionChange;      ///< one of the numbers has changed
   ControlArray<PictureSurface> CmdDropDown;  ///< opens the slider for the box beside it
   ButtonGroup Cmd, Cmd2;  ///< style of the Rectangle and of the Circle tool, which share it
   ButtonGroup Cmd3;       ///< style of the Pen

@@ -23,6 +23,7 @@ void WireOptionBars() {
   for (int16_t i = 0; i < kOptionCount; ++i) {
     frmControls->pixelSelector[i].OnChange = [i] {
       OptionOf(NumericOption{i}).Value = frmControls->pixelSelector[i].Value();
+      if (frmControls->OnOptionChange) frmControls->OnOptionChange();
     };
     frmControls->CmdDropDown[i].OnClick = [i] { CmdDropDown_Click(i); };
   }

@@ -302,16 +302,3 @@ TEST_F(Tools, TheStyleIsSharedByBoxAndEllipse) {
   EXPECT_TRUE(State.OptionButtonDown[1]);
   EXPECT_FALSE(State.OptionButtonDown[2]);
 }
-
-TEST_F(Tools, TheOutlineOfABrushTellsItsReachAndNeverEntersThePicture) {
-  Open();
-  SelectTool(kEraserTool);
-  MoveTo(40, 30, Qt::NoButton);
-  const auto& outline = Document().BrushOutline;
-  ASSERT_TRUE(outline.Visible());
-  EXPECT_EQ(QRectF(outline.Left(), outline.Top(), outline.Width(), outline.Height()), QRectF(38, 28, 5, 5));
-  EXPECT_EQ(Difference(Picture(Document().Buffer), Stripes()), QRect());
-  SelectTool(kEyedropperTool);
-  MoveTo(41, 30, Qt::NoButton);
-  EXPECT_FALSE(outline.Visible());
-}

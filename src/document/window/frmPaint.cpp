@@ -29,11 +29,8 @@ std::optional<int16_t> ImagePosition(Single centred, double zoom) {
   return ToInt16(centred / zoom * 100);
 }
 
-constexpr Single kNotch = 72;  // units of the view
-
-void ScrollBy(ScrollBar& bar, Single notches) {
-  With(ToInt16(bar.Value() - notches * kNotch), [&](int16_t value) { bar.SetValue(value); });
-}
+constexpr Single kNotch = 72;      // units of the view
+constexpr int kEdgeInterval = 20;  // ms
 
 std::string Pair(int16_t a, const char* between, int16_t b) {
   return std::to_string(a) + between + std::to_string(b);
@@ -41,22 +38,39 @@ std::string Pair(int16_t a, const char* between, int16_t b) {
 
 }  // namespace
 
-frmPaint::frmPaint() {
+frmPaint::frmPaint() : EdgeTimer(kEdgeInterval) {
   SetKeyPreview(true);
   OnActivate = [this] { Form_Activate(); };
   OnKeyDown = [this](int16_t KeyCode, int16_t Shift) { Form_KeyDown(KeyCode, Shift); };
   OnQueryUnload = [this](bool& Cancel, UnloadModes) { Cancel = !MayClose(*this); };
+  EdgeTimer.OnTimer = [this] { ScrollWithStroke(); };
   PaintArea.OnMouseDown = [this](int16_t Button, int16_t, Single X, Single Y) {
+    Scroller.PutPointer(X, Y);
     PaintArea_MouseDown(Button, X, Y);
+    if (Button == kMiddleButton) Scroller.Grab();
   };
-  PaintArea.OnMouseMove = [this](int16_t, int16_t, Single X, Single Y) { PaintArea_MouseMove(X, Y); };
+  PaintArea.OnMouseMove = [this](int16_t Held, int16_t, Single X, Single Y) {
+    pointer_inside_ = true;
+    Scroller.PutPointer(X, Y);
+    if (!(Held & kMiddleButton)) Scroller.LetGo();
+    Scroller.Drag();
+    PaintArea_MouseMove(Scroller.PointerX(), Scroller.PointerY());
+    EdgeTimer.SetEnabled(Down && Scroller.IsPointerBeyondView());
+  };
   PaintArea.OnMouseUp = [this](int16_t Button, int16_t, Single X, Single Y) {
+    Scroller.PutPointer(X, Y);
+    if (Button == kMiddleButton) Scroller.LetGo();
     PaintArea_MouseUp(Button, X, Y);
   };
   PaintArea.OnMouseWheel = [this](int16_t Shift, Single X, Single Y, Single across, Single along) {
-    PaintArea_MouseWheel(Shift, X, Y, across, along);
+    Scroller.PutPointer(X, Y);
+    PaintArea_MouseWheel(Shift, across, along);
   };
-  PaintArea.OnMouseLeave = [this] { BrushOutline.SetVisible(false); };
+  PaintArea.OnMouseLeave = [this] {
+    pointer_inside_ = false;
+    ShowReach();
+  };
+  PaintArea.OnKeyDown = [this](int16_t KeyCode, int16_t Shift) { PaintArea_KeyDown(KeyCode, Shift); };
   PaintArea.OnGotFocus = [this] { PaintArea_GotFocus(); };
 }
 
@@ -100,14 +114,16 @@ void frmPaint::PaintArea_MouseMove(Single X, Single Y) {
   }
   ShowCoords(X, Y);
   ShowToolPointer(*this);
-  ShowReach(X, Y);
+  ShowReach();
   if (State.CurrentTool != kEyedropperTool) return;
   const auto column = static_cast<Single>(Centred(X, Zoom) / Zoom * 100);
   ShowPixelInfo(Buffer, column, static_cast<Single>(Centred(Y, Zoom) / Zoom * 100));
 }
 
-void frmPaint::ShowReach(Single X, Single Y) {
-  const auto column = ImagePosition(Centred(X, Zoom), Zoom), row = ImagePosition(Centred(Y, Zoom), Zoom);
+void frmPaint::ShowReach() {
+  if (!pointer_inside_) return BrushOutline.SetVisible(false);
+  const auto column = ImagePosition(Centred(Scroller.PointerX(), Zoom), Zoom);
+  const auto row = ImagePosition(Centred(Scroller.PointerY(), Zoom), Zoom);
   if (column && row) ShowBrushOutline(*this, *column, *row);
 }
 
@@ -143,17 +159,42 @@ bool frmPaint::Magnify(int16_t Button) {
   return true;
 }
 
-/// Scrolls; with Ctrl zooms by a step as a click of the Magnifying tool would, but not in the middle of a
-/// stroke.
-void frmPaint::PaintArea_MouseWheel(int16_t Shift, Single X, Single Y, Single across, Single along) {
+/// Scrolls; with Ctrl zooms by a step, but not in the middle of a stroke.
+void frmPaint::PaintArea_MouseWheel(int16_t Shift, Single across, Single along) {
   if (Shift == kCtrl) {
-    const double w = PaintArea.ScaleWidth(), h = PaintArea.ScaleHeight();
-    if (!Down && along != 0 && Magnify(along > 0 ? kLeftButton : kRightButton)) Relay(Y / h, X / w);
+    if (!Down && along != 0) ZoomAtPointer(along > 0 ? kLeftButton : kRightButton);
     return;
   }
   if (Shift == kShift) std::swap(across, along);
-  ScrollBy(HScroll1, across);
-  ScrollBy(VScroll1, along);
+  if (Scroller.ScrollBy(-across * kNotch, -along * kNotch)) ViewMoved();
+}
+
+/// The pixel under the pointer stays there, as far as there is picture to scroll.
+void frmPaint::ZoomAtPointer(int16_t Button) {
+  const int multiple = ZoomMultiple();
+  const Single X = Scroller.PointerX(), Y = Scroller.PointerY();
+  if (!Magnify(Button)) return;
+  Relay(-1, -1);
+  Scroller.KeepPixel(multiple, X, Y);
+  ViewMoved();
+}
+
+void frmPaint::PaintArea_KeyDown(int16_t KeyCode, int16_t Shift) {
+  if (Shift == 0 && Scroller.ScrollByKey(KeyCode)) ViewMoved();
+}
+
+void frmPaint::ScrollWithStroke() {
+  const bool scrolled = Down && Scroller.ScrollToPointer();
+  EdgeTimer.SetEnabled(scrolled);
+  if (scrolled) ViewMoved();
+}
+
+/// The pointer is over another pixel, although it hasn't moved.
+void frmPaint::ViewMoved() {
+  if (Down)
+    PaintArea_MouseMove(Scroller.PointerX(), Scroller.PointerY());
+  else
+    ShowReach();
 }
 
 void frmPaint::EndStroke(int16_t Button, Single X, Single Y) {
@@ -170,6 +211,7 @@ void frmPaint::Relay(double vertical, double horizontal) {
   SizePaintArea();
   ShowCaption();
   RealignZoom(vertical, horizontal);
+  ShowReach();
 }
 
 void frmPaint::ChangeZoomFactor() {

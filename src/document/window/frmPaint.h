@@ -1,6 +1,8 @@
 #pragma once
 
 #include "document/layers/ImageDocument.h"
+#include "document/window/ViewScroller.h"
+#include "surface/forms/controls/Timer.h"
 
 namespace zelvane {
 
@@ -14,13 +16,17 @@ class frmPaint final : public ImageDocument {
   void ChangeZoomFactor();
   /// Tells the facts of the file behind the document in the information panel.
   void Form_Activate();
+  /// Outlines what the brush would reach where the pointer is, as it is now; for a pointer that has left the
+  /// picture nothing.
+  void ShowReach();
 
  private:
   void PaintArea_MouseDown(int16_t Button, Single X, Single Y);
   void PaintArea_MouseMove(Single X, Single Y);
   void PaintArea_MouseUp(int16_t Button, Single X, Single Y);
   void PaintArea_GotFocus();
-  void PaintArea_MouseWheel(int16_t Shift, Single X, Single Y, Single across, Single along);
+  void PaintArea_MouseWheel(int16_t Shift, Single across, Single along);
+  void PaintArea_KeyDown(int16_t KeyCode, int16_t Shift);
   void Form_KeyDown(int16_t KeyCode, int16_t Shift);
 
   void EndStroke(int16_t Button, Single X, Single Y);
@@ -29,8 +35,14 @@ class frmPaint final : public ImageDocument {
   void ShowZoomInBox();
   void ShowArea(Single X, Single Y);
   void ShowCoords(Single X, Single Y);
-  void ShowReach(Single X, Single Y);
+  void ZoomAtPointer(int16_t Button);
+  void ScrollWithStroke();
+  void ViewMoved();
   void PaintAt(Single X, Single Y);
+
+  ViewScroller Scroller{*this};
+  IntervalTimer EdgeTimer;       ///< runs while a stroke is held beyond the edge of the view
+  bool pointer_inside_ = false;  ///< it has moved over the picture since it left
 };
 
 /// The active document as its window, null without one.
