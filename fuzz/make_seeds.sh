@@ -21,6 +21,7 @@ make grey.jpg -colorspace Gray -quality 50
 make colour.jpg -quality 30
 make progressive.jpg -interlace JPEG -quality 30
 make cmyk.jpg -colorspace CMYK -quality 30
+make arithmetic.jpg -define jpeg:arithmetic-coding=on -quality 30
 make true.bmp -type TrueColor
 make palette4.bmp -colors 4 -type palette -define bmp:format=bmp3
 make rle.bmp -colors 4 -type palette -compress RLE -define bmp:format=bmp3
@@ -39,7 +40,18 @@ make lzw.tif -compress LZW -colors 4 -type palette
 make fax.tif -monochrome -compress Group4
 make deep.tif -depth 16 -compress Zip -endian MSB
 make tiled.tif -compress None -define tiff:tile-geometry=16x16
+make whole32.tif -depth 32 -compress LZW
+make half.tif -depth 16 -define quantum:format=floating-point -compress Zip
+make single.tif -depth 32 -define quantum:format=floating-point -define tiff:tile-geometry=16x16 -compress Zip
+make planes.tif -depth 16 -interlace plane -compress LZW
+make ink16.tif -depth 16 -colorspace CMYK -compress Zip
 FORMAT=tiff64: make large.tif -compress RLE
+# A camera's note on how it was held, which ImageMagick doesn't write of itself, behind the start of a jpeg.
+{
+  head -c 2 "$out/colour.jpg"
+  printf '\377\341\000\042Exif\000\000II*\000\010\000\000\000\001\000\022\001\003\000\001\000\000\000\006\000\000\000\000\000\000\000'
+  tail -c +3 "$out/colour.jpg"
+} > "$out/turned.jpg"
 
 for file in "$out"/*; do
   head -c $(($(stat -c %s "$file") / 2)) "$file" > "$out/cut-$(basename "$file")"

@@ -40,7 +40,9 @@ void ConvertAll(const unsigned char* from, size_t count, uint16_t* to, Convert c
 /// The library has put the samples into this machine's byte order.
 void ToSixteenBits(const unsigned char* from, size_t count, uint16_t format, uint16_t bits, uint16_t* to) {
   const bool fraction = format == SAMPLEFORMAT_IEEEFP;
-  if (bits == 16 && !fraction) {
+  if (bits == 8) {
+    for (size_t i = 0; i < count; ++i) to[i] = static_cast<uint16_t>(from[i] * 257);
+  } else if (bits == 16 && !fraction) {
     std::memcpy(to, from, count * 2);
   } else if (bits == 16) {
     ConvertAll<uint16_t>(from, count, to, [](uint16_t half) { return FromFraction(HalfValue(half)); });
@@ -77,7 +79,8 @@ bool DeepTiff::IsKnown() const {
   const bool fraction = format_ == SAMPLEFORMAT_IEEEFP;
   const bool whole =
       format_ == SAMPLEFORMAT_UINT || format_ == SAMPLEFORMAT_INT || format_ == SAMPLEFORMAT_VOID;
-  const bool size_fits = bits_ == 16 || bits_ == 32 || (bits_ == 64 && fraction);
+  const bool mixed_grey = bits_ == 8 && !fraction && kind_ <= PHOTOMETRIC_MINISBLACK && samples_ > 1;
+  const bool size_fits = mixed_grey || bits_ == 16 || bits_ == 32 || (bits_ == 64 && fraction);
   return kind_fits && (fraction || whole) && size_fits && samples_ >= used_;
 }
 

@@ -11,8 +11,8 @@
 namespace zelvane {
 
 /// Reads the open file's page where a sample has more than 8 bits: whole numbers of 16 and 32 bits, floating
-/// point numbers of 16, 32 and 64, of which 0 to 1 is kept; greys, colours and inks. The library's own
-/// conversion leaves these out or mixes them up.
+/// point numbers of 16, 32 and 64, of which 0 to 1 is kept; greys, colours and inks. Greys that stand beside
+/// other samples too. The library's own conversion leaves these out or mixes them up.
 class DeepTiff {
  public:
   explicit DeepTiff(TIFF* file);

@@ -5,7 +5,6 @@
 #include <cstring>
 
 #include "surface/codecs/DeepTiff.h"
-#include "surface/codecs/Flatten.h"
 #include "surface/codecs/Orientation.h"
 #include "surface/codecs/PictureDecoder.h"
 
@@ -148,7 +147,7 @@ class MemoryFile {
     TIFFOpenOptionsSetMaxSingleMemAlloc(options, kForItself + limit.pixels * kPictureAndCopy);
     TIFFOpenOptionsSetErrorHandlerExtR(options, KeepQuiet, nullptr);
     TIFFOpenOptionsSetWarningHandlerExtR(options, KeepQuiet, nullptr);
-    file_ = TIFFClientOpenExt("", "rm", this, Read, Write, Seek, Close, Size, nullptr, nullptr, options);
+    file_ = TIFFClientOpenExt("", "r", this, Read, Write, Seek, Close, Size, Map, Unmap, options);
     TIFFOpenOptionsFree(options);
   }
   ~MemoryFile() {
@@ -174,6 +173,14 @@ class MemoryFile {
     return file.at_;
   }
   static int Close(thandle_t) { return 0; }
+  /// The bytes lie in memory as it is. Without this the library refuses uncompressed tiles of odd sizes.
+  static int Map(thandle_t self, void** base, toff_t* size) {
+    const ByteView bytes = static_cast<MemoryFile*>(self)->bytes_;
+    *base = const_cast<unsigned char*>(bytes.Data());
+    *size = bytes.Size();
+    return 1;
+  }
+  static void Unmap(thandle_t, void*, toff_t) {}
   static toff_t Size(thandle_t self) { return static_cast<MemoryFile*>(self)->bytes_.Size(); }
 
   ByteView bytes_;
@@ -195,24 +202,6 @@ void LayOnWhite(Bitmap& bitmap) {
   }
 }
 
-/// The library multiplies colours with an opacity stored beside them, but not greys.
-bool LeavesColours(TIFF* file) {
-  uint16_t kind = PHOTOMETRIC_RGB, count = 0;
-  const uint16_t* extra = nullptr;
-  TIFFGetField(file, TIFFTAG_PHOTOMETRIC, &kind);
-  TIFFGetFieldDefaulted(file, TIFFTAG_EXTRASAMPLES, &count, &extra);
-  return kind <= PHOTOMETRIC_MINISBLACK && count > 0 && extra[0] == EXTRASAMPLE_UNASSALPHA;
-}
-
-void SwapRedAndBlue(Bitmap& bitmap) {
-  for (int y = 0; y < bitmap.Height(); ++y) {
-    Pixel* row = bitmap.WritableRow(y);
-    for (int x = 0; x < bitmap.Width(); ++x) {
-      row[x] = (row[x] & 0xFF00FF00u) | (row[x] & 0xFF) << 16 | (row[x] >> 16 & 0xFF);
-    }
-  }
-}
-
 /// No value where the data is damaged.
 std::optional<Bitmap> DecodeThroughLibrary(TIFF* file, const Tiff::Page& page, uint32_t orientation) {
   char reason[1024];
@@ -224,12 +213,7 @@ std::optional<Bitmap> DecodeThroughLibrary(TIFF* file, const Tiff::Page& page, u
                                  bitmap.WritableRow(0), static_cast<int>(orientation), kStopOnError)) {
     return std::nullopt;
   }
-  if (LeavesColours(file)) {
-    SwapRedAndBlue(bitmap);
-    FlattenOnWhite(bitmap);
-  } else {
-    LayOnWhite(bitmap);
-  }
+  LayOnWhite(bitmap);
   return bitmap;
 }
 

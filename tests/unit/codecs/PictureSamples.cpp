@@ -1,5 +1,7 @@
 #include "codecs/PictureSamples.h"
 
+#include <zlib.h>
+
 #include <QBuffer>
 #include <QImageWriter>
 #include <algorithm>
@@ -74,12 +76,7 @@ void AppendChunk(Bytes& bytes, const std::string& name, const Bytes& data) {
   const size_t from = bytes.size();
   AppendText(bytes, name);
   bytes.insert(bytes.end(), data.begin(), data.end());
-  uint32_t sum = 0xFFFFFFFFu;
-  for (size_t i = from; i < bytes.size(); ++i) {
-    sum ^= bytes[i];
-    for (int bit = 0; bit < 8; ++bit) sum = sum & 1 ? sum >> 1 ^ 0xEDB88320u : sum >> 1;
-  }
-  AppendNumber(bytes, ~sum, 4, true);
+  AppendNumber(bytes, crc32(0, bytes.data() + from, static_cast<uInt>(bytes.size() - from)), 4, true);
 }
 
 Bytes Mng(uint32_t width, uint32_t height, const Bytes& png, uint32_t left, uint32_t top) {
@@ -89,8 +86,7 @@ Bytes Mng(uint32_t width, uint32_t height, const Bytes& png, uint32_t left, uint
   AppendNumber(header, height, 4, true);
   header.resize(28);
   AppendChunk(bytes, "MHDR", header);
-  Bytes loop{0, 0x7F, 0xFF, 0xFF, 0xFF};  // a player that plays this is busy for hours
-  AppendChunk(bytes, "LOOP", loop);
+  AppendChunk(bytes, "LOOP", {0, 0x7F, 0xFF, 0xFF, 0xFF});  // a player that plays this is busy for hours
   AppendChunk(bytes, "ENDL", {0});
   Bytes place{0, 0, 0, 0};
   AppendNumber(place, left, 4, true);
@@ -104,17 +100,18 @@ Bytes Mng(uint32_t width, uint32_t height, const Bytes& png, uint32_t left, uint
 Bytes BmpHeader(int32_t width, int32_t height, uint32_t depth, uint32_t compression, uint32_t colors) {
   Bytes bytes{'B', 'M'};
   const uint32_t masks = compression == 3 ? 12 : 0;
-  AppendNumber(bytes, 0, 8);
-  AppendNumber(bytes, 54 + masks + colors * 4, 4);
-  AppendNumber(bytes, 40, 4);
-  AppendNumber(bytes, static_cast<uint32_t>(width), 4);
-  AppendNumber(bytes, static_cast<uint32_t>(height), 4);
-  AppendNumber(bytes, 1, 2);
-  AppendNumber(bytes, depth, 2);
-  AppendNumber(bytes, compression, 4);
-  AppendNumber(bytes, 0, 12);
-  AppendNumber(bytes, colors, 4);
-  AppendNumber(bytes, 0, 4);
+  for (const auto& [number, size] : {std::pair<uint64_t, int>{0, 8},
+                                     {54 + masks + colors * 4, 4},
+                                     {40, 4},
+                                     {static_cast<uint32_t>(width), 4},
+                                     {static_cast<uint32_t>(height), 4},
+                                     {1, 2},
+                                     {depth, 2},
+                                     {compression, 4},
+                                     {0, 12},
+                                     {colors, 4},
+                                     {0, 4}})
+    AppendNumber(bytes, number, size);
   return bytes;
 }
 
@@ -126,17 +123,11 @@ Bytes Gif() {
   for (const unsigned char byte : {0x21, 0xF9, 4, 1, 0, 0, 3, 0}) bytes.push_back(byte);
   for (const unsigned char byte : {0x2C, 1, 0, 1, 0, 3, 0, 2, 0, 0, 2}) bytes.push_back(byte);
   // Codes of three bits, kept at that width by clearing: clear, 0, 1, clear, 2, 3, clear, 0, 1, end.
-  const int codes[] = {4, 0, 1, 4, 2, 3, 4, 0, 1, 5};
   uint32_t bits = 0;
-  int held = 0;
-  for (const int code : codes) {
-    bits |= static_cast<uint32_t>(code) << held;
-    held += 3;
-  }
+  for (const uint32_t code : {5u, 1u, 0u, 4u, 3u, 2u, 4u, 1u, 0u, 4u}) bits = bits << 3 | code;
   bytes.push_back(4);
   AppendNumber(bytes, bits, 4);
-  bytes.push_back(0);
-  bytes.push_back(0x3B);
+  AppendNumber(bytes, 0x3B00, 2);
   return bytes;
 }
 
