@@ -7,6 +7,7 @@
 #include "session/Session.h"
 #include "shell/MainForm.h"
 #include "shell/state/RecentFiles.h"
+#include "shell/state/Settings.h"
 #include "tools/SelectTool.h"
 
 using namespace zelvane;
@@ -129,6 +130,18 @@ TEST_F(Files, ClosingAChangedDocumentAsks) {
   EXPECT_TRUE(Answering({}, [] { ActiveDocument()->Unload(); }).empty());
 }
 
+TEST_F(Files, OnlyAnotherFileIsAskedAbout) {
+  Start();
+  const frmPaint& document = OpenChanged("a.bmp");
+  MakePicture("b.bmp", Noise(3, 3));
+  EXPECT_TRUE(Answering({}, [&] { EXPECT_TRUE(MayReplace(document, PathOf("a.bmp"))); }).empty());
+  EXPECT_TRUE(Answering({}, [&] { EXPECT_TRUE(MayReplace(document, PathOf("c.bmp"))); }).empty());
+  for (const std::string answer : {"Yes", "No"})
+    EXPECT_EQ(Answering({answer}, [&] { EXPECT_EQ(MayReplace(document, PathOf("b.bmp")), answer == "Yes"); })
+                  .size(),
+              1u);
+}
+
 TEST_F(Files, TheExitStopsAtTheDocumentThatRefuses) {
   Start();
   OpenChanged("a.bmp");
@@ -155,4 +168,6 @@ TEST_F(Files, TheRecentListShiftsAndIgnoresCase) {
   Recent = RecentList{};
   LoadRecentList();
   EXPECT_EQ(Recent.RecentCount, 5);
+  EXPECT_EQ(ReadSetting("RecentFile1", ""), "/a");
+  EXPECT_EQ(ReadSetting("RecentFile5", ""), "/5");
 }

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QImage>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPainter>
 #include <QScreen>
@@ -616,6 +617,12 @@ TEST(Inputs, ALabelFitsItsTextAndShowsItsColours) {
   label.SetFontBold(true);
   EXPECT_TRUE(label.FontBold());
   EXPECT_GE(label.Width(), plain);
+  for (const auto& [alignment, flag] : {std::pair{kAlignLeft, Qt::AlignLeft},
+                                        {kAlignRight, Qt::AlignRight},
+                                        {kAlignCentre, Qt::AlignHCenter}}) {
+    label.SetAlignment(alignment);
+    EXPECT_EQ(static_cast<QLabel*>(label.Widget())->alignment(), flag | Qt::AlignVCenter);
+  }
 }
 
 TEST(Inputs, ADrawnPointerIsSetOnceAndGivenBack) {

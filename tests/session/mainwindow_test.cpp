@@ -10,6 +10,7 @@
 #include "shell/MenuEvents.h"
 #include "shell/state/Settings.h"
 #include "surface/forms/windows/Application.h"
+#include "surface/system/desktop/Screen.h"
 #include "tools/OptionBars.h"
 #include "tools/SelectTool.h"
 #include "tools/ToolButtons.h"
@@ -144,6 +145,23 @@ TEST_F(TheMainWindow, TheExitStoresThePlaceUnlessMaximised) {
   EXPECT_TRUE(MainForm->Unload());
   EXPECT_EQ(ReadSetting("ZelvaneMaximized", ""), "Yes");
   EXPECT_EQ(ReadNumber("ZelvaneWidth", 0), 10500);
+  DoEvents();
+  Start();
+  EXPECT_EQ(MainForm->WindowState(), kMaximised);
+}
+
+TEST_F(TheMainWindow, HoldsItsSmallestSizeAndStoresNoLargerOneThanTheWorkArea) {
+  Start();
+  MainForm->SetWidth(3000);
+  MainForm->SetHeight(3000);
+  EXPECT_EQ(MainForm->Width(), 9600);
+  EXPECT_EQ(MainForm->Height(), 6780);
+  MainForm->SetWidth(30000);
+  MainForm->SetHeight(30000);
+  DoEvents();
+  EXPECT_TRUE(MainForm->Unload());
+  EXPECT_EQ(ReadNumber("ZelvaneWidth", 0), Screen::WorkAreaWidth());
+  EXPECT_EQ(ReadNumber("ZelvaneHeight", 0), Screen::WorkAreaHeight());
 }
 
 TEST_F(TheMainWindow, ASettingThatIsNoNumberLeavesTheDesign) {

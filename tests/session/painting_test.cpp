@@ -1,5 +1,6 @@
 #include <QApplication>
 #include <QPainter>
+#include <QScrollBar>
 #include <QTest>
 #include <QWidget>
 
@@ -276,6 +277,19 @@ TEST_F(Painting, PaintsIntoTheFloatingSelectionAtItsPlace) {
   Undo_Click();
   Gets({20, 15, 10, 1}, kBackInk);
   Expect("undone in the selection");
+  Document().Buffer.SetPixelV(25, 12, kBlack);
+  RefreshPaintArea(Document().Buffer);
+  Expect("merged over what changed beneath");
+  // Back at the press the pen makes a dot, and no line to there.
+  Press(22, 12);
+  for (const QPoint& way : {QPoint(27, 12), {27, 17}, {22, 12}}) MoveTo(way.x(), way.y());
+  Release(22, 12);
+  Gets({22, 12, 6, 1}), Gets({27, 12, 1, 6});
+  Expect("freehand");
+  SelectOption3(1);
+  Drag(21, 13, 25, 17);
+  for (int i = 0; i <= 4; ++i) Gets({21 + i, 13 + i, 1, 1});
+  Expect("straight line");
 }
 
 TEST_F(Painting, AFloatingSelectionStaysAboveWhateverHappensToThePicture) {
@@ -359,6 +373,7 @@ TEST_F(Painting, TheClickedFractionBecomesTheFractionOfTheScrollRange) {
   Click(1000, 375);
   const frmPaint& document = Document();
   EXPECT_EQ(document.HScroll1.Max(), 4002 - document.Back.Width());
+  EXPECT_EQ(static_cast<QScrollBar*>(document.HScroll1.Widget())->pageStep(), document.Back.Width());
   EXPECT_NEAR(document.HScroll1.Value(), document.HScroll1.Max() / 2.0, 2);
   EXPECT_NEAR(document.VScroll1.Value(), document.VScroll1.Max() / 4.0, 2);
   EXPECT_EQ(document.PaintArea.Left(), -document.HScroll1.Value());

@@ -6,6 +6,7 @@
 #include "session/Session.h"
 #include "shell/MainForm.h"
 #include "surface/forms/windows/Application.h"
+#include "tools/NumericOptions.h"
 #include "tools/OptionBars.h"
 #include "tools/SelectTool.h"
 #include "tools/Selector.h"
@@ -213,6 +214,24 @@ TEST_F(Tools, TheGradientRunsFromTheFrontToTheBackColourAndTellsItsAngle) {
   EXPECT_EQ(Difference(painted, Stripes()), QRect(19, 0, 53, 70));
   EXPECT_EQ(ToColor(painted.pixel(19, 40)), kFront);
   EXPECT_EQ(ToColor(painted.pixel(71, 40)), kBack);
+  // The first line runs from corner to corner here, with an end in the picture: three wide as well.
+  EXPECT_EQ(ToColor(Painted({0, 0}, {28, -36}).pixel(46, 37)), kFront);
+}
+
+TEST_F(Tools, APressOnTheSliderPutsAPartOfItsHandleUnderThePointer) {
+  Open();
+  SelectTool(kPenTool);
+  ClickOn(frmControls->CmdDropDown[kPenWidth]);
+  const auto handle_after = [](const Control& pressed, int x) {
+    QTest::mousePress(pressed.Widget(), Qt::LeftButton, {}, QPoint(x, 3));
+    QTest::mouseRelease(pressed.Widget(), Qt::LeftButton, {}, QPoint(x, 3));
+    return frmSelector->ScrollBlock.Left();
+  };
+  const Single quarter = 2.5F, half = 5;  // of its width of 10; the window has a frame of 1
+  EXPECT_EQ(handle_after(frmSelector->Window, 61), RoundHalfEven(60.49F - quarter));
+  EXPECT_EQ(handle_after(frmSelector->ScrollBar, 40),
+            RoundHalfEven(frmSelector->ScrollBar.Left() + 40.49F - half));
+  EXPECT_EQ(handle_after(frmSelector->ScrollBlock, 7), 43) << "a press on the handle moves nothing";
 }
 
 TEST_F(Tools, TheEyedropperTakesColoursWithinThePicture) {
