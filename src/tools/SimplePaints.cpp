@@ -20,6 +20,8 @@ void RunTool(const Stroke& stroke) {
       return SelectAreaTool(stroke);
     case kAirbrushTool:
       return AirbrushTool(stroke);
+    case kCropTool:
+      return CropTool(stroke);
     case kEyedropperTool:
       return EyedropperTool(stroke);
     case kRectangleTool:
@@ -33,7 +35,6 @@ void RunTool(const Stroke& stroke) {
     case kEraserTool:
       return EraserTool(stroke);
     case kMagnifyingTool:
-    case kCropTool:
     case kTextTool:
       return;
   }

@@ -52,6 +52,7 @@ void FloodfillTool(const Stroke& stroke);
 void GradientTool(const Stroke& stroke);
 void SelectAreaTool(const Stroke& stroke);
 void AirbrushTool(const Stroke& stroke);
+void CropTool(const Stroke& stroke);
 void EyedropperTool(const Stroke& stroke);
 void RectangleTool(const Stroke& stroke);
 void CircleTool(const Stroke& stroke);
