@@ -37,6 +37,13 @@ void PutBack(ImageDocument& document) {
   document.Buffer.BitBlt(LeftOf(back), TopOf(back), back.ScaleWidth(), back.ScaleHeight(), back, 0, 0);
 }
 
+/// The whole picture is shared until one of the two is written to.
+void CopyPart(const PictureSurface& picture, const Rect& area, PictureSurface& part) {
+  if (area == picture.Image().Bounds()) return part.SetImage(picture.Image());
+  part.ResizeToOverwrite(area.Width(), area.Height());
+  part.BitBlt(0, 0, area.Width(), area.Height(), picture, area.left, area.top);
+}
+
 bool StandsAt(const PictureSurface& layer, Single left, Single top) {
   return layer.Left() == RoundHalfEven(left) && layer.Top() == RoundHalfEven(top);
 }
@@ -47,9 +54,8 @@ void LiftSelection(ImageDocument& document, const Rect& area) {
   if (area.IsEmpty()) return DropSelection(document);
   PictureSurface &selected = document.BufferSelected, &back = document.SelectedBack;
   document.SelectArea.SetVisible(false);
-  selected.ResizeToOverwrite(area.Width(), area.Height());
+  CopyPart(document.Buffer, area, selected);
   back.ResizeToOverwrite(area.Width(), area.Height());
-  selected.BitBlt(0, 0, area.Width(), area.Height(), document.Buffer, area.left, area.top);
   back.SetBackColor(BackgroundColor());
   StandAt(document, static_cast<Single>(area.left), static_cast<Single>(area.top));
   document.TakeAsMerged();

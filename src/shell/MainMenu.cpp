@@ -4,6 +4,7 @@
 #include "document/window/SavePicture.h"
 #include "imageops/Undo.h"
 #include "selection/SelectionCommands.h"
+#include "selection/clipboard/Paste.h"
 #include "shell/MenuEvents.h"
 #include "shell/state/RecentFiles.h"
 
@@ -88,6 +89,7 @@ void MainMenu::WireEvents() {
   Undo.OnClick = Undo_Click;
   Cut.OnClick = Cut_Click;
   Copy.OnClick = Copy_Click;
+  Paste.OnClick = Paste_Click;
   SelectAll.OnClick = SelectAll_Click;
   ClearSelection.OnClick = ClearSelection_Click;
   Image.OnClick = Image_Click;

@@ -1,10 +1,21 @@
-#include <QPainter>
+#include "selection/Selection.h"
+
+#include <QBuffer>
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QMimeData>
+#include <QTest>
+#include <QWidget>
 #include <random>
 
 #include "colour/ColorPanel.h"
+#include "document/window/OpenPicture.h"
 #include "imageops/Undo.h"
 #include "selection/SelectionCommands.h"
+#include "selection/clipboard/Paste.h"
 #include "session/Session.h"
+#include "shell/MainForm.h"
+#include "shell/MenuEvents.h"
 #include "surface/system/desktop/Clipboard.h"
 #include "tools/OptionBars.h"
 #include "tools/SelectTool.h"
@@ -106,7 +117,7 @@ class Sequence : public Selection {
   void Press(PlainDocument& plain) { plain.undo = plain.Live(); }
 
   std::string Act(PlainDocument& plain, QImage& clipboard) {
-    switch (Below(10)) {
+    switch (Below(11)) {
       case 0: {
         const QPoint from = Somewhere(0), to = Somewhere(6);
         DragTool(kSelectAreaTool, from, to);
@@ -153,6 +164,10 @@ class Sequence : public Selection {
         SelectAll_Click();
         plain.Lift(plain.Seen().rect());
         return "select all";
+      case 9:
+        Paste_Click();
+        if (!clipboard.isNull()) plain.Drop(), plain.Lay(clipboard, {0, 0});
+        return "paste";
       default:
         ZoomTo(1 + Below(8));
         return "zoom";
@@ -176,4 +191,124 @@ TEST_F(Sequence, LeavesThePixelsThatAPersonExpects) {
     ASSERT_EQ(Marquee(), QRect(plain.Place() * multiple, plain.Live().size() * multiple))
         << step << ": " << done;
   }
+}
+
+TEST_F(Selection, GoesFarOffThePictureAndComesBack) {
+  Open();
+  const QImage before = Picture(Document().Buffer);
+  FloatSelection(Document(), Bitmap(32767, 1, kInk), 0, 3);
+  DragTool(kCursorTool, {0, 0}, {20000, 0});
+  EXPECT_EQ(Picture(Document().Buffer), before);
+  // Beyond 16 bits a drag ends where it began.
+  DragTool(kCursorTool, {0, 0}, {20000, 0});
+  EXPECT_EQ(Document().BufferSelected.Left(), 20000);
+  DragTool(kCursorTool, {0, 0}, {-32000, 2});
+  QImage expected = before;
+  for (int x = 0; x < 24; ++x) expected.setPixel(x, 5, kInk);
+  EXPECT_EQ(Document().BufferSelected.Left(), -12000);
+  EXPECT_EQ(Picture(Document().Buffer), expected);
+}
+
+TEST_F(Selection, EachDocumentDragsItsOwn) {
+  Open();
+  frmPaint& first = Document();
+  Select({2, 2, 5, 5});
+  OpenRecentFile(PathOf("speckled.png"));
+  Select({10, 8, 5, 5});
+  first.Activate();
+  DragTool(kCursorTool, {3, 3}, {4, 3});
+  EXPECT_EQ(Marquee(), QRect(3, 2, 5, 5));
+}
+
+TEST_F(Selection, CommandsActExactlyWhereTheyCan) {
+  Start();
+  const MainMenu& menu = MainForm->Menus;
+  const auto enabled = [&] {
+    Edit_Click();
+    std::string names;
+    for (const Menu* entry : {&menu.Undo, &menu.Cut, &menu.Copy, &menu.Paste, &menu.PasteSpecial,
+                              &menu.SelectAll, &menu.ClearSelection})
+      if (entry->Enabled()) names += entry->Name() + " ";
+    return names;
+  };
+  const auto offer = [](const char* format, const QByteArray& bytes) {
+    auto* data = new QMimeData;
+    data->setData(format, bytes);
+    QGuiApplication::clipboard()->setMimeData(data);
+  };
+  offer("text/plain", "text");
+  EXPECT_EQ(enabled(), "");
+  for (Menu* entry : {&MainForm->Menus.Cut, &MainForm->Menus.Copy, &MainForm->Menus.ClearSelection,
+                      &MainForm->Menus.SelectAll, &MainForm->Menus.Paste})
+    entry->OnClick();
+  EXPECT_FALSE(ActiveDocument());
+  QByteArray png;
+  QBuffer buffer(&png);
+  Speckled(5, 4).save(&buffer, "PNG");
+  offer("image/png", png);
+  EXPECT_EQ(enabled(), "PasteSpecial ");
+
+  OpenRecentFile(MakePicture("speckled.png", Speckled(5, 4)));
+  EXPECT_EQ(enabled(), "Undo Cut Copy Paste PasteSpecial SelectAll ");
+  SelectAll_Click();
+  offer("text/plain", "text");
+  EXPECT_EQ(enabled(), "Undo Cut Copy SelectAll ClearSelection ");
+  offer("image/png", "rubbish");
+  EXPECT_EQ(Answering({"OK"}, Paste_Click).size(), 1u);
+  EXPECT_EQ(Picture(Document().Buffer), Speckled(5, 4));
+}
+
+TEST_F(Selection, ABoxThatTakesTypingKeepsTheClipboardsKeys) {
+  Open();
+  SelectAll_Click();
+  const QImage before = Picture(Document().Buffer);
+  frmControls->DrawToolbar[kPenTool].SetVisible(true);
+  QWidget* const entry = frmControls->pixelSelector[kPenWidth].Entry().Widget();
+  QWidget* const picture = Document().PaintArea.Widget();
+  for (QWidget* focus : {entry, picture}) {
+    SelectTool(kPenTool);
+    focus->setFocus();
+    QTest::keyClick(focus, Qt::Key_Delete);
+    EXPECT_EQ(Picture(Document().Buffer) == before, focus == entry);
+    Undo_Click();
+    for (const Qt::Key key : {Qt::Key_A, Qt::Key_C, Qt::Key_X, Qt::Key_V})
+      QTest::keyClick(focus, key, Qt::ControlModifier);
+    EXPECT_EQ(Clipboard::HasBitmap(), focus == picture);
+  }
+}
+
+TEST_F(Selection, CropKeepsWhatTheMarqueeShows) {
+  struct Case {
+    int zoom;
+    QPoint from, to;
+    QRect kept;
+  };
+  const Case cases[] = {{1, {3, 2}, {10, 9}, {3, 2, 7, 7}},
+                        {3, {10, 8}, {40, 40}, {10, 8, 14, 8}},
+                        {8, {12, 10}, {-5, -5}, {0, 0, 12, 10}},
+                        {2, {5, 5}, {6, 7}, {5, 5, 1, 2}},
+                        {1, {5, 5}, {6, 4}, {}},
+                        {4, {5, 5}, {5, 12}, {}}};
+  Open();
+  for (const Case& one : cases) {
+    OpenRecentFile(PathOf("speckled.png"));
+    Select({1, 1, 4, 4});
+    ZoomTo(one.zoom);
+    const size_t asked = one.kept.isEmpty() ? 0 : 1;
+    EXPECT_EQ(Answering({"No"}, [&] { DragTool(kCropTool, one.from, one.to); }).size(), asked);
+    EXPECT_FALSE(Document().CropArea.Visible() || Document().SelectArea.Visible());
+    EXPECT_EQ(Picture(Document().Buffer), Speckled(24, 16));
+    Answering({"Yes"}, [&] { DragTool(kCropTool, one.from, one.to); });
+    EXPECT_EQ(Picture(Document().Buffer), asked ? Speckled(24, 16).copy(one.kept) : Speckled(24, 16));
+    EXPECT_EQ(Document().PaintArea.ScaleWidth(), Document().Buffer.ScaleWidth() * one.zoom);
+  }
+}
+
+TEST_F(Selection, CropLooksWhereThePersonLet) {
+  Open(1600, 1200);
+  ZoomTo(2);
+  Answering({"Yes"}, [&] { DragTool(kCropTool, {100, 1100}, {1300, 350}); });
+  EXPECT_EQ(Document().Buffer.ScaleHeight(), 750);
+  EXPECT_EQ(Document().HScroll1.Value(), Document().HScroll1.Max());
+  EXPECT_EQ(Document().VScroll1.Value(), 0);
 }

@@ -3,6 +3,7 @@
 
 #include "colour/ColorBars.h"
 #include "imageops/Undo.h"
+#include "selection/Selection.h"
 #include "session/Session.h"
 #include "shell/MainForm.h"
 #include "surface/forms/windows/Application.h"
@@ -49,14 +50,15 @@ class Tools : public Session {
     Undo_Click();
     return painted;
   }
-  /// A floating selection that shows what lies beneath it.
-  void Select(QRect area) {
-    frmPaint& document = Document();
-    for (PictureSurface* layer : {&document.BufferSelected, &document.SelectedBack})
-      layer->Move(static_cast<Single>(area.x()), static_cast<Single>(area.y()),
-                  static_cast<Single>(area.width()), static_cast<Single>(area.height()));
-    document.BufferSelected.BitBlt(0, 0, area.width(), area.height(), document.Buffer, area.x(), area.y());
-    document.SelectArea.SetVisible(true);
+  /// A floating selection that shows what lies beneath it, and black off the picture.
+  static void Select(const QRect& area) {
+    const QImage beneath = Stripes().copy(area);
+    Bitmap pixels = Bitmap::Uninitialised(area.width(), area.height());
+    for (int y = 0; y < area.height(); ++y)
+      std::copy_n(reinterpret_cast<const Pixel*>(beneath.constScanLine(y)), area.width(),
+                  pixels.WritableRow(y));
+    FloatSelection(Document(), std::move(pixels), static_cast<Single>(area.x()),
+                   static_cast<Single>(area.y()));
   }
   static void Type(NumberBox& box, const char* keys) {
     auto* entry = box.Entry().Widget();
@@ -106,18 +108,22 @@ TEST_F(Tools, TheRightButtonPaintsWithTheColoursExchanged) {
 TEST_F(Tools, AFloatingSelectionTakesTheStrokeAndClipsIt) {
   Open();
   SelectOption(1);
-  const QRect area(15, 10, 41, 33);
-  for (int tool : kPainting) {
-    SelectTool(static_cast<int16_t>(tool));
-    Document().SelectArea.SetVisible(false);
-    const QImage plain = Painted({20, 15}, {50, 38});
-    Select(area);
-    const QImage selected = Painted({20, 15}, {50, 38});
-    EXPECT_TRUE(area.contains(Difference(selected, Stripes()))) << "tool " << tool;
-    // The blur reads black beyond the selection's edge; the others are only cut off there.
-    if (tool == kBlurTool) continue;
-    EXPECT_EQ(Difference(selected.copy(area), plain.copy(area)), QRect()) << "tool " << tool;
-  }
+  // Within the picture, half off two of its corners, wholly off it.
+  for (const QRect area :
+       {QRect(15, 10, 41, 33), QRect(-10, -12, 40, 40), QRect(40, 30, 70, 70), QRect(95, 10, 30, 30)})
+    for (int tool : kPainting) {
+      SelectTool(static_cast<int16_t>(tool));
+      DropSelection(Document());
+      const QImage plain = Painted({20, 15}, {50, 38});
+      Select(area);
+      const QImage selected = Painted({20, 15}, {50, 38});
+      EXPECT_TRUE((area & Difference(selected, Stripes())) == Difference(selected, Stripes()))
+          << "tool " << tool;
+      // The blur reads black beyond the selection's edge; the others are only cut off there.
+      const QRect seen = area & plain.rect();
+      if (tool == kBlurTool || seen.isEmpty()) continue;
+      EXPECT_EQ(Difference(selected.copy(seen), plain.copy(seen)), QRect()) << "tool " << tool;
+    }
 }
 
 TEST_F(Tools, StrokesFarOutsideAndOfBothButtonsAreHarmless) {

@@ -1,7 +1,11 @@
 #include <gtest/gtest.h>
 #include <signal.h>
 
+#include <QBuffer>
+#include <QClipboard>
 #include <QGuiApplication>
+#include <QImage>
+#include <QMimeData>
 #include <QScreen>
 #include <QSettings>
 #include <chrono>
@@ -9,6 +13,7 @@
 #include <thread>
 
 #include "codecs/PictureSamples.h"
+#include "surface/codecs/PictureDecoder.h"
 #include "surface/system/desktop/Clipboard.h"
 #include "surface/system/desktop/Clock.h"
 #include "surface/system/desktop/Programs.h"
@@ -40,13 +45,47 @@ TEST(Clipboard, HoldsABitmapOrAText) {
   ASSERT_TRUE(picture);
   Clipboard::SetBitmap(*picture);
   EXPECT_TRUE(Clipboard::HasBitmap());
+  // Nothing is copied until either side writes.
+  EXPECT_EQ(Clipboard::GetBitmap()->Row(0), picture->Row(0));
+  Bitmap(*picture).WritableRow(0)[0] ^= 0xFFFFFF;
   EXPECT_EQ(Difference(Clipboard::GetBitmap(), Sample()), 0);
+  const QByteArray png = QGuiApplication::clipboard()->mimeData()->data("image/png");
+  EXPECT_EQ(Difference(DecodePicture({reinterpret_cast<const unsigned char*>(png.data()),
+                                      static_cast<size_t>(png.size())},
+                                     LimitByMemory()),
+                       Sample()),
+            0);
   Clipboard::SetText("Grüße");
   EXPECT_EQ(Clipboard::GetText(), "Grüße");
   EXPECT_FALSE(Clipboard::HasBitmap());
   EXPECT_FALSE(Clipboard::GetBitmap());
   Clipboard::Clear();
   EXPECT_EQ(Clipboard::GetText(), "");
+}
+
+TEST(Clipboard, TakesWhatOtherProgramsOfferOnWhite) {
+  QImage clear(2, 1, QImage::Format_ARGB32);
+  clear.setPixel(0, 0, qRgba(200, 100, 0, 0));
+  clear.setPixel(1, 0, qRgba(0, 0, 0, 51));
+  const auto bytes = [&clear](const char* kind) {
+    QBuffer buffer;
+    clear.save(&buffer, kind);
+    return buffer.data();
+  };
+  const auto offer = [](const std::vector<std::pair<const char*, QByteArray>>& formats) {
+    auto* data = new QMimeData;
+    for (const auto& [format, content] : formats) data->setData(format, content);
+    QGuiApplication::clipboard()->setMimeData(data);
+    return Clipboard::GetBitmap();
+  };
+  for (const auto& got : {offer({{"image/png", bytes("png")}}), offer({{"image/tiff", bytes("tiff")}}),
+                          offer({{"image/png", "rubbish"}, {"image/bmp", bytes("png")}})}) {
+    ASSERT_TRUE(got);
+    EXPECT_EQ(got->Row(0)[0], 0xFFFFFFFF);
+    EXPECT_EQ(got->Row(0)[1], 0xFFCCCCCC);
+  }
+  EXPECT_FALSE(offer({{"image/png", ""}, {"image/bmp", bytes("png")}}));
+  EXPECT_FALSE(offer({{"text/html", "<img>"}}));
 }
 
 /// The code once the program has ended; it's given plenty of time.
