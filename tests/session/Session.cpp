@@ -38,6 +38,10 @@ Session::Session() {
     dialog->reject();
   });
   unexpected_.start(100);
+  // The end of a run before this one has stopped every loop to come, those of messages too, until one begins
+  // anew.
+  QTimer::singleShot(0, &QCoreApplication::quit);
+  QCoreApplication::exec();
 }
 
 Session::~Session() {
