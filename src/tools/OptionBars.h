@@ -6,6 +6,7 @@
 
 #include "surface/forms/controls/CheckBox.h"
 #include "surface/forms/controls/ComboBox.h"
+#include "surface/forms/controls/CommandButton.h"
 #include "surface/forms/controls/Label.h"
 #include "surface/forms/controls/Timer.h"
 #include "surface/forms/picture/PictureSurface.h"

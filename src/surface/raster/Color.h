@@ -42,9 +42,11 @@ constexpr Color Of(uint32_t index) {
 }
 inline constexpr Color ScrollBar = Of(0x00);
 inline constexpr Color ActiveCaption = Of(0x02);
+inline constexpr Color InactiveCaption = Of(0x03);
 inline constexpr Color WindowBackground = Of(0x05);
 inline constexpr Color WindowText = Of(0x08);
 inline constexpr Color CaptionText = Of(0x09);
+inline constexpr Color HighlightText = Of(0x0E);
 inline constexpr Color ButtonFace = Of(0x0F);
 inline constexpr Color ButtonShadow = Of(0x10);
 inline constexpr Color ButtonText = Of(0x12);

@@ -1,10 +1,8 @@
 #include "surface/forms/controls/CheckBox.h"
 
 #include <QCheckBox>
-#include <QPushButton>
 
 #include "surface/forms/controls/Conversions.h"
-#include "surface/forms/controls/Events.h"
 
 namespace zelvane {
 
@@ -21,12 +19,6 @@ int16_t CheckBox::Value() const {
 
 void CheckBox::SetValue(int16_t value) {
   if (widget_) static_cast<QCheckBox*>(widget_)->setChecked(value == 1);
-}
-
-CommandButton::CommandButton(Control& parent, const std::string& name, const std::string& caption)
-    : Control(&parent, name, new QPushButton(ToQt(caption), parent.Widget())) {
-  QObject::connect(static_cast<QPushButton*>(widget_), &QPushButton::clicked, widget_,
-                   [this] { FireEvent(OnClick); });
 }
 
 }  // namespace zelvane

@@ -16,13 +16,4 @@ class CheckBox : public Control {
   void SetValue(int16_t value);
 };
 
-/// A button with a caption; `OnClick` by pointer and by keyboard.
-class CommandButton : public Control {
- public:
-  CommandButton(Control& parent, const std::string& name, const std::string& caption);
-
- protected:
-  bool ClicksByPointer() const override { return false; }
-};
-
 }  // namespace zelvane

@@ -29,10 +29,11 @@ void FillSystemColors(const QPalette& palette) {
   const QColor button = palette.color(QPalette::Button);
   tell(SystemColor::ScrollBar, button.lightness() < 128 ? button.lighter(150) : button.darker(108));
   tell(SystemColor::ActiveCaption, palette.color(QPalette::Highlight));
+  tell(SystemColor::InactiveCaption, palette.color(QPalette::Disabled, QPalette::Highlight));
   tell(SystemColor::WindowBackground, palette.color(QPalette::Base));
   tell(SystemColor::WindowText, palette.color(QPalette::Text));
   tell(SystemColor::CaptionText, palette.color(QPalette::HighlightedText));
-  SetSystemPixel(0x0E, palette.color(QPalette::HighlightedText).rgb());
+  tell(SystemColor::HighlightText, palette.color(QPalette::HighlightedText));
   tell(SystemColor::ButtonFace, palette.color(QPalette::Window));
   tell(SystemColor::ButtonShadow, palette.color(QPalette::Dark));
   tell(SystemColor::ButtonText, palette.color(QPalette::ButtonText));
@@ -141,6 +142,10 @@ void EndProgram() {
   if (Program::current) Program::current->ended = true;
   // Leaves the loops, those of dialogs too. Asking the toolkit to quit would close, and so ask, every window.
   QCoreApplication::exit(0);
+}
+
+void Beep() {
+  QApplication::beep();
 }
 
 }  // namespace zelvane

@@ -23,6 +23,8 @@ class Application {
 
 /// Ends the event loop once the running handler has returned.
 void EndProgram();
+/// The desktop's sound for a message.
+void Beep();
 
 /// A step of a handler has failed because memory didn't suffice. Comes once for each press of a button or
 /// key, however much fails on it, when the handler has returned.

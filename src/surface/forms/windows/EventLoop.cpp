@@ -63,6 +63,10 @@ void DoEvents() {
   QCoreApplication::processEvents();
 }
 
+void WaitForEvents() {
+  QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+}
+
 void Defer(std::function<void()> step) {
   if (StepQueue* queue = Queue()) queue->Add(std::move(step));
 }

@@ -6,6 +6,8 @@ namespace zelvane {
 
 /// Lets pending events run.
 void DoEvents();
+/// Sleeps until there is an event, and lets what is pending run.
+void WaitForEvents();
 /// Runs `step` at the next turn of the event loop.
 void Defer(std::function<void()> step);
 /// Runs `step` from the event loop, but not before every handler that runs now has returned, however deeply
