@@ -15,6 +15,7 @@
 #include "tools/SelectTool.h"
 #include "tools/Selector.h"
 #include "tools/ToolButtons.h"
+#include "ui/MsgBoxEnhanced.h"
 
 namespace zelvane {
 namespace {
@@ -30,6 +31,16 @@ void DockPanel(PictureSurface& panel, Align align, Single size) {
     panel.SetWidth(size);
   panel.SetBackColor(SystemColor::ButtonFace);
   panel.SetAlign(align);
+}
+
+void ConfigureMessages() {
+  MessageObject.SetBackColorBody(kWhite);
+  MessageObject.SetGradientPaint(true);
+  MessageObject.SetHeadingType(1);
+  MessageObject.SetMoveable(true);
+  MessageObject.SetTextAlignment(kAlignCentre);
+  MessageObject.SetDefaultTitle("Zelvane");
+  MessageObject.SetStartUpPosition(kCentredOnWindow);
 }
 
 }  // namespace
@@ -84,6 +95,7 @@ void MainWindow::MDIForm_Load() {
   if (ReadSetting("ZelvaneMaximized", "No") == "Yes") SetWindowState(kMaximised);
   MeasureTitle();
   SetColorBars();
+  ConfigureMessages();
   BuildInterface(*this);
   WireEvents();
   SelectTool(kCursorTool);
@@ -157,6 +169,7 @@ void MainWindow::MDIForm_QueryUnload(bool& Cancel) {
   for (Form* form : others)
     if (form->Name() != Name()) form->Unload();
   KeepWindowPlace();
+  MessageObject = {};
   State.PicFormatObject.reset();
   EndProgram();
 }

@@ -1,16 +1,16 @@
 #include "session/Session.h"
 
-#include <QAbstractButton>
 #include <QApplication>
 #include <QDialog>
 #include <QDir>
-#include <QMessageBox>
+#include <QPushButton>
 #include <QTest>
 
 #include "shell/Main.h"
 #include "shell/MainForm.h"
 #include "shell/state/RecentFiles.h"
 #include "surface/forms/windows/Application.h"
+#include "ui/MessageBox.h"
 
 using namespace zelvane;
 
@@ -30,10 +30,13 @@ void SendToPicture(QEvent::Type type, int x, int y, Qt::MouseButton button, Qt::
 
 Session::Session() {
   ResetState();
+  // The end of a program leaves no event loops, until another begins.
+  QTimer::singleShot(0, [] { QCoreApplication::exit(); });
+  QCoreApplication::exec();
   QDir(qEnvironmentVariable("XDG_CONFIG_HOME")).removeRecursively();
   QObject::connect(&unexpected_, &QTimer::timeout, [this] {
     auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-    if (answering_ || !dialog) return;
+    if (expects_dialogs_ || !dialog) return;
     ADD_FAILURE() << "unexpected dialog: " << dialog->windowTitle().toStdString();
     dialog->reject();
   });
@@ -89,20 +92,21 @@ std::vector<std::string> Session::Answering(std::vector<std::string> answers,
   std::vector<std::string> texts;
   QTimer answer;
   QObject::connect(&answer, &QTimer::timeout, [&] {
-    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-    if (!box) return;
-    texts.push_back(box->text().toStdString());
-    if (texts.size() > answers.size()) return box->reject();
-    const QString wanted = QString::fromStdString(answers[texts.size() - 1]);
-    for (QAbstractButton* button : box->buttons())
-      if (button->text().remove('&') == wanted) return button->click();
-    box->reject();
+    if (!MessageBox.IsLoaded() || !MessageBox->Visible()) return;
+    texts.push_back(MessageBox->MsgText.Caption());
+    const std::string wanted = texts.size() > answers.size() ? "" : answers[texts.size() - 1];
+    for (int i = 0; i < MessageBox->MsgButton.Count(); ++i) {
+      const CommandButton& button = MessageBox->MsgButton[i];
+      if (QString::fromStdString(button.Caption()).remove('&').toStdString() == wanted && !wanted.empty())
+        return static_cast<QPushButton*>(button.Widget())->click();
+    }
+    MessageBox->Unload();
   });
   answer.start(1);
-  answering_ = true;
+  expects_dialogs_ = true;
   step();
   DoEvents();
-  answering_ = false;
+  expects_dialogs_ = false;
   return texts;
 }
 

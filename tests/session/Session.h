@@ -43,6 +43,9 @@ class Session : public testing::Test {
   /// caption (without its ampersand). Returns the texts of the messages.
   std::vector<std::string> Answering(std::vector<std::string> answers, const std::function<void()>& step);
 
+  /// While it's set, dialogs are the test's own business.
+  bool expects_dialogs_ = false;
+
   static zelvane::frmPaint& Document();
   static QImage Picture(const zelvane::Canvas& layer);
 
@@ -50,5 +53,4 @@ class Session : public testing::Test {
   QTemporaryDir folder_;
   /// Ends a message that nobody waits for, which would hang the session.
   QTimer unexpected_;
-  bool answering_ = false;
 };

@@ -6,7 +6,6 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
@@ -14,7 +13,6 @@
 
 #include "surface/forms/picture/PictureSurface.h"
 #include "surface/forms/windows/Application.h"
-#include "surface/forms/windows/Dialogs.h"
 #include "surface/forms/windows/Menu.h"
 
 namespace zelvane {
@@ -359,39 +357,6 @@ TEST_F(Windows, WindowListNamesTheChildren) {
   EXPECT_TRUE(menu->actions()[3]->isChecked());
   menu->actions()[2]->trigger();
   EXPECT_EQ(main.ActiveForm(), &one);
-}
-
-/// The answer to a message in which `act` is done once it shows.
-template <class Act>
-int16_t Answered(int buttons, Act&& act) {
-  QTimer::singleShot(0, qApp, [&] {
-    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-    ASSERT_TRUE(box);
-    EXPECT_EQ(box->objectName(), "MessageBox");
-    act(*box);
-  });
-  return ShowMessage("<b>plain</b>", buttons, 2, 1, "Zelvane");
-}
-
-TEST_F(Windows, MessagesAnswerWithTheirCodes) {
-  const std::vector<int16_t> codes[] = {{1}, {1, 2}, {3, 4, 5}, {6, 7, 2}, {6, 7}, {4, 2}};
-  const QStringList captions = {"&OK", "Cancel", "&Abort", "&Retry", "&Ignore", "&Yes", "&No"};
-  for (int set = 0; set < 6; ++set) {
-    for (const int16_t code : codes[set]) {
-      EXPECT_EQ(Answered(set,
-                         [&](QMessageBox& box) {
-                           for (QAbstractButton* button : box.buttons()) {
-                             if (button->text() == captions[code - 1]) return button->click();
-                           }
-                           ADD_FAILURE() << "no button for " << code;
-                           box.close();
-                         }),
-                code);
-    }
-    EXPECT_EQ(Answered(set, [](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Escape); }), 2);
-    EXPECT_EQ(Answered(set, [](QMessageBox& box) { box.close(); }), 2);
-  }
-  EXPECT_EQ(Answered(4, [](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Return); }), 7) << "the default";
 }
 
 TEST_F(Windows, SystemColoursComeFromThePalette) {

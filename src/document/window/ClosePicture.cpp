@@ -11,7 +11,8 @@ namespace {
 bool SaveUnderAskedName(ImageDocument& document) {
   const std::string name = GetSaveName(document, "Save As...", kSaveFilter);
   if (!name.empty()) return MayReplace(document, name) && SaveFile(document, name);
-  return MsgBox("The save operation failed.\r\nClose the window anyway?", 36, "Save failed.") == kAnswerYes;
+  return MsgBox("The save operation failed.\r\nClose the window anyway?", kYesNo + kQuestionIcon,
+                "Save failed.") == kAnswerYes;
 }
 
 bool SaveBeforeClose(ImageDocument& document) {
@@ -28,8 +29,8 @@ void RestoreMainWindow(ImageDocument& document) {
 
 bool SettleChanges(ImageDocument& document) {
   RestoreMainWindow(document);
-  switch (
-      MsgBox("The image has been changed.\r\n\r\nDo you wish to save the changes?", 35, "Changed Image")) {
+  switch (MsgBox("The image has been changed.\r\n\r\nDo you wish to save the changes?",
+                 kYesNoCancel + kQuestionIcon, "Changed Image")) {
     case kAnswerYes:
       return SaveBeforeClose(document);
     case kAnswerNo:

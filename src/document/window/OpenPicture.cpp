@@ -56,7 +56,7 @@ std::optional<Bitmap> ReadWithPlatform(const std::string& path) {
 }
 
 void ShowFailure() {
-  MsgBox("The selected picture file is missing or invalid", 48, "Zelvane");
+  MsgBox("The selected picture file is missing or invalid", kExclamationIcon, "Zelvane");
 }
 
 /// The window is as large as its picture and its bars, as far as the main window has room. It shows once the

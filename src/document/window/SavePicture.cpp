@@ -52,7 +52,7 @@ WriteResult Write(const Bitmap& picture, const std::string& path) {
 }
 
 void TellFailure(const std::string& path, const std::string& reason) {
-  MsgBox("The picture could not be saved as\r\n" + path + "\r\n\r\nReason: " + reason + ".", 48,
+  MsgBox("The picture could not be saved as\r\n" + path + "\r\n\r\nReason: " + reason + ".", kExclamationIcon,
          "Save failed.");
 }
 
@@ -84,7 +84,8 @@ std::string GetSaveName(ImageDocument& document, const std::string& WindowTitle,
 
 bool MayReplace(const ImageDocument& document, const std::string& name) {
   if (name.empty() || name == document.Buffer.Tag() || !FileExists(name)) return true;
-  return MsgBox("Do you wish to replace the file?", 36, "File Already Exists") == kAnswerYes;
+  return MsgBox("Do you wish to replace the file?", kYesNo + kQuestionIcon, "File Already Exists") ==
+         kAnswerYes;
 }
 
 bool SaveFile(ImageDocument& document, const std::string& path) {

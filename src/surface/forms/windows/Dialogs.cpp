@@ -2,61 +2,12 @@
 
 #include <QApplication>
 #include <QFileDialog>
-#include <QKeyEvent>
-#include <QMessageBox>
-#include <QPushButton>
-#include <algorithm>
-#include <utility>
-#include <vector>
 
 #include "surface/forms/controls/Conversions.h"
 #include "surface/forms/windows/MdiForm.h"
 
 namespace zelvane {
 namespace {
-
-enum Answers : int16_t { kOk = 1, kCancel, kAbort, kRetry, kIgnore, kYes, kNo };
-
-struct Answer {
-  int16_t code;
-  const char* caption;
-  QMessageBox::ButtonRole role;
-};
-
-constexpr Answer kAnswers[] = {
-    {kOk, "&OK", QMessageBox::AcceptRole},
-    {kCancel, "Cancel", QMessageBox::RejectRole},
-    {kAbort, "&Abort", QMessageBox::RejectRole},
-    {kRetry, "&Retry", QMessageBox::AcceptRole},
-    {kIgnore, "&Ignore", QMessageBox::ActionRole},
-    {kYes, "&Yes", QMessageBox::YesRole},
-    {kNo, "&No", QMessageBox::NoRole},
-};
-
-const std::vector<int16_t>& AnswersOf(int buttons) {
-  static const std::vector<int16_t> sets[] = {
-      {kOk}, {kOk, kCancel}, {kAbort, kRetry, kIgnore}, {kYes, kNo, kCancel}, {kYes, kNo}, {kRetry, kCancel}};
-  return sets[std::clamp(buttons, 0, 5)];
-}
-
-QMessageBox::Icon IconOf(int icon) {
-  constexpr QMessageBox::Icon kIcons[] = {QMessageBox::NoIcon, QMessageBox::Critical, QMessageBox::Question,
-                                          QMessageBox::Warning, QMessageBox::Information};
-  return kIcons[std::clamp(icon, 0, 4)];
-}
-
-/// A message that Esc and the close box always close, whichever buttons it has.
-class MessageWindow : public QMessageBox {
- public:
-  using QMessageBox::QMessageBox;
-
- protected:
-  void keyPressEvent(QKeyEvent* event) override {
-    if (event->matches(QKeySequence::Cancel)) return reject();
-    QMessageBox::keyPressEvent(event);
-  }
-  void closeEvent(QCloseEvent* event) override { QDialog::closeEvent(event); }
-};
 
 /// The window that a dialog stands above.
 QWidget* Owner() {
@@ -101,28 +52,6 @@ std::string AskName(QFileDialog::AcceptMode mode, const std::string& title, cons
 }
 
 }  // namespace
-
-int16_t ShowMessage(const std::string& prompt, int buttons, int icon, int default_button,
-                    const std::string& title) {
-  MessageWindow window(Owner());
-  window.setObjectName("MessageBox");
-  window.setWindowTitle(ToQt(title));
-  window.setTextFormat(Qt::PlainText);
-  window.setText(ToQt(prompt));
-  window.setIcon(IconOf(icon));
-  std::vector<std::pair<const QAbstractButton*, int16_t>> codes;
-  for (const int16_t code : AnswersOf(buttons)) {
-    const Answer& answer = kAnswers[code - 1];
-    QPushButton* button = window.addButton(answer.caption, answer.role);
-    if (static_cast<int>(codes.size()) == default_button) window.setDefaultButton(button);
-    codes.emplace_back(button, code);
-  }
-  window.exec();
-  for (const auto& [button, code] : codes) {
-    if (button == window.clickedButton()) return code;
-  }
-  return kCancel;
-}
 
 std::string AskOpenName(const std::string& title, const std::string& filter, const std::string& folder,
                         const std::string& name, int16_t& filter_index) {
