@@ -7,6 +7,7 @@
 #include "surface/system/desktop/Clock.h"
 #include "surface/system/desktop/Programs.h"
 #include "surface/system/files/Files.h"
+#include "surface/system/files/PictureFile.h"
 
 namespace zelvane {
 namespace {
@@ -51,6 +52,7 @@ bool Main(const std::string& tail) {
   State.AccentColor = RGB(192, 192, 192);
   State.PicFormatObject = std::make_unique<PicFormat32>();
   State.IsNT = IsNTPlatform();
+  if (!State.CommandLine.empty()) ReadAhead(State.CommandLine);
   ChangeFolder(ApplicationFolder());
   State.ZelvaneFolder = ReadSetting("ZelvaneFolder", DefaultFolder());
   FindSiblings();

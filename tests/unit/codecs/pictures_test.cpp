@@ -265,6 +265,17 @@ TEST(Pictures, ABitmapOfTheOldXKindHasSixteenPixelsANumber) {
   }
 }
 
+TEST(Pictures, OneThatWasReadAheadIsHandedOutOnce) {
+  const Folder folder;
+  const Bitmap red(3, 2, kRed), blue(2, 2, kBlue);
+  ASSERT_TRUE(SavePicture(red, folder.Path("red")).Done() && SavePicture(blue, folder.Path("blue")).Done());
+  ReadAhead(folder.Path("red"));
+  EXPECT_TRUE(LoadPicture(folder.Path("blue")) == blue);
+  EXPECT_TRUE(LoadPicture(folder.Path("red")) == red);
+  ASSERT_TRUE(SavePicture(blue, folder.Path("red")).Done());
+  EXPECT_TRUE(LoadPicture(folder.Path("red")) == blue);
+}
+
 TEST(Pictures, SavedOnesReadBackTheSame) {
   const Folder folder;
   for (const int width : {1, 2, 3, 4, 5, 37}) {

@@ -8,6 +8,9 @@
 #include <array>
 #include <cerrno>
 #include <cstdlib>
+#include <future>
+#include <system_error>
+#include <utility>
 
 #include "surface/codecs/PictureDecoder.h"
 #include "surface/codecs/PictureEncoder.h"
@@ -63,11 +66,32 @@ class FileBytes {
   size_t read_ = 0;
 };
 
-}  // namespace
-
-std::optional<Bitmap> LoadPicture(const std::string& path) {
+std::optional<Bitmap> ReadPicture(const std::string& path) {
   const FileBytes bytes(path);
   return DecodePicture(bytes.View(), LimitByMemory());
+}
+
+/// The picture being read ahead; nothing is shared with the thread that reads it.
+struct Ahead {
+  std::string path;
+  std::future<std::optional<Bitmap>> picture;
+} ahead;
+
+}  // namespace
+
+void ReadAhead(const std::string& path) {
+  try {
+    ahead = {path, std::async(std::launch::async, ReadPicture, path)};
+  } catch (const std::system_error&) {
+    ahead = {};  // no thread to be had
+  }
+}
+
+std::optional<Bitmap> LoadPicture(const std::string& path) {
+  if (ahead.picture.valid() && ahead.path == path) {
+    if (std::optional<Bitmap> picture = std::exchange(ahead, {}).picture.get()) return picture;
+  }
+  return ReadPicture(path);
 }
 
 WriteResult SavePicture(const Bitmap& picture, const std::string& path) {

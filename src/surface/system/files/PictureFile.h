@@ -14,6 +14,10 @@ namespace zelvane {
 /// than memory holds.
 std::optional<Bitmap> LoadPicture(const std::string& path);
 
+/// Begins to read a picture on a thread of its own, for the next `LoadPicture` of that path to take. Where it
+/// can't be read, that call finds out for itself.
+void ReadAhead(const std::string& path);
+
 /// Writes a Windows bitmap file of 24 bits a pixel, whatever the path says, as `WriteFileSafely` does.
 WriteResult SavePicture(const Bitmap& picture, const std::string& path);
 
