@@ -1,6 +1,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <map>
 
 #include "document/window/OpenPicture.h"
 #include "document/window/SavePicture.h"
@@ -96,6 +97,19 @@ TEST_F(Files, SavingWritesABitmapThatReadsBackEqual) {
   const QImage read(QString::fromStdString(PathOf("p.bmp")), "bmp");
   EXPECT_EQ(read.depth(), 32);
   EXPECT_EQ(read.convertToFormat(QImage::Format_RGB32), painted);
+}
+
+TEST(SaveTypes, FollowTheEnding) {
+  for (const auto& [type, endings] :
+       std::map<int16_t, std::vector<std::string>>{{kSaveBitmap, {"bmp", "dib", "png", ""}},
+                                                   {kSaveGif, {"gif"}},
+                                                   {kSaveJpeg, {"jpg", "jpe", "JPEG"}},
+                                                   {kSaveTiff, {"tif", "tiff", "jfx"}},
+                                                   {kSaveIcon, {"ico"}}})
+    for (const std::string& ending : endings) {
+      SetSaveType("/a.gif/b." + ending);
+      EXPECT_EQ(SaveType, type) << ending;
+    }
 }
 
 TEST_F(Files, AFailedSaveTellsTheFileAndKeepsTheDocumentChanged) {
