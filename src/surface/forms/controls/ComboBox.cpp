@@ -1,7 +1,6 @@
 #include "surface/forms/controls/ComboBox.h"
 
 #include <QComboBox>
-#include <QSignalBlocker>
 
 #include "surface/forms/controls/Conversions.h"
 #include "surface/forms/controls/Events.h"
@@ -17,13 +16,12 @@ QComboBox* List(QWidget* widget) {
 
 ComboBox::ComboBox(Control& parent, const std::string& name)
     : Control(&parent, name, new QComboBox(parent.Widget())) {
-  QObject::connect(List(widget_), &QComboBox::currentIndexChanged, widget_, [this] { FireEvent(OnClick); });
+  QObject::connect(List(widget_), &QComboBox::activated, widget_, [this] { FireEvent(OnClick); });
 }
 
 void ComboBox::AddItem(const std::string& text) {
   if (!widget_) return;
   // The toolkit chooses the first entry of itself; here nothing is chosen until somebody does.
-  const QSignalBlocker silent(widget_);
   const int chosen = ListIndex();
   List(widget_)->addItem(ToQt(text));
   List(widget_)->setCurrentIndex(chosen);
@@ -38,7 +36,9 @@ int ComboBox::ListIndex() const {
 }
 
 void ComboBox::SetListIndex(int index) {
-  if (index >= -1 && index < ListCount()) List(widget_)->setCurrentIndex(index);
+  if (index < -1 || index >= ListCount() || index == ListIndex()) return;
+  List(widget_)->setCurrentIndex(index);
+  FireEvent(OnClick);
 }
 
 }  // namespace zelvane

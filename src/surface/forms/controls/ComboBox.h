@@ -15,7 +15,8 @@ class ComboBox : public Control {
   int ListCount() const;
   /// 0 and up, -1 for none.
   int ListIndex() const;
-  /// Fires `OnClick` where the index is another one, as a choice by the user does.
+  /// Fires `OnClick` where the index is another one. A choice by the user fires it for the entry that stands
+  /// as well.
   void SetListIndex(int index);
 
  protected:
