@@ -10,9 +10,8 @@
 namespace zelvane {
 namespace {
 
-bool IsInPicture(const Canvas& Buffer, Single X, Single Y) {
-  return X >= 0 && Y >= 0 && X < static_cast<Single>(Buffer.ScaleWidth()) &&
-         Y < static_cast<Single>(Buffer.ScaleHeight());
+bool IsInPicture(const Canvas& Buffer, int32_t X, int32_t Y) {
+  return X >= 0 && Y >= 0 && X < Buffer.ScaleWidth() && Y < Buffer.ScaleHeight();
 }
 
 void ShowColor(Color color) {
@@ -36,9 +35,9 @@ void EyedropperTool(const Stroke& stroke) {
 }
 
 void ShowPixelInfo(const Canvas& Buffer, Single X, Single Y) {
-  if (!IsInPicture(Buffer, X, Y)) return;
+  if (X < 0 || Y < 0) return;
   const auto column = ToInt32(X), row = ToInt32(Y);
-  if (column && row) ShowColor(Buffer.GetPixel(*column, *row));
+  if (column && row && IsInPicture(Buffer, *column, *row)) ShowColor(Buffer.GetPixel(*column, *row));
 }
 
 }  // namespace zelvane

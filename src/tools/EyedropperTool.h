@@ -5,7 +5,8 @@
 namespace zelvane {
 
 /// Shows the colour of a picture at (X, Y) in the Eyedropper's option bar: image pixels, not rounded. Beyond
-/// the picture the bar keeps what it shows.
+/// the picture, where a position below 0 or one that rounds to its width or height lies, the bar keeps what
+/// it shows.
 void ShowPixelInfo(const Canvas& Buffer, Single X, Single Y);
 
 }  // namespace zelvane

@@ -11,17 +11,17 @@ namespace {
 enum BoxStyles : int16_t { kBorderOnly = 0, kBorderAndFill = 1, kFillOnly = 2 };
 constexpr int16_t kThinBorder = 1;
 
+/// One axis of the box in units of the view; no value for what would need a pointer's place beyond 16 bits.
 struct Side {
-  Single start, length;
+  std::optional<Single> start, length;
 };
 
-/// One axis of the box in units of the view; `pressed` and `pointer` are image pixels. No value where the
-/// pointer's place doesn't fit 16 bits.
-std::optional<Side> SideOf(Single pressed, int16_t pointer, int16_t Z) {
-  const auto end = Product16(pointer, Z);
-  if (!end) return std::nullopt;
+/// `pressed` and `pointer` are image pixels.
+Side SideOf(Single pressed, int16_t pointer, int16_t Z) {
   const Single start = pressed * Z;
-  return pointer > pressed ? Side{start, *end - start} : Side{static_cast<Single>(*end), start - *end};
+  const auto end = Product16(pointer, Z);
+  if (!end) return {pointer > pressed ? std::optional(start) : std::nullopt, std::nullopt};
+  return pointer > pressed ? Side{start, *end - start} : Side{*end, start - *end};
 }
 
 /// In units of the view: first at the right and the bottom, then at the left and the top.
@@ -46,10 +46,12 @@ void SetFill(PictureSurface& layer, int16_t style, Color color) {
 
 void SpanBox(ShapeOverlay& box, const Stroke& stroke) {
   const PictureSurface& Surface = stroke.Surface;
-  const auto across = SideOf(Surface.CurrentX(), stroke.X, stroke.Z);
-  const auto down = SideOf(Surface.CurrentY(), stroke.Y, stroke.Z);
-  With(across, [&](const Side& side) { box.SetLeft(side.start), box.SetWidth(side.length); });
-  With(down, [&](const Side& side) { box.SetTop(side.start), box.SetHeight(side.length); });
+  const Side across = SideOf(Surface.CurrentX(), stroke.X, stroke.Z);
+  const Side down = SideOf(Surface.CurrentY(), stroke.Y, stroke.Z);
+  With(across.start, [&](Single left) { box.SetLeft(left); });
+  With(across.length, [&](Single width) { box.SetWidth(width); });
+  With(down.start, [&](Single top) { box.SetTop(top); });
+  With(down.length, [&](Single height) { box.SetHeight(height); });
 }
 
 void SpanMarquee(ShapeOverlay& marquee, const Stroke& stroke) {

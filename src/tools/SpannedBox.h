@@ -5,8 +5,8 @@
 /// What the tools share that span a box from the press to the pointer.
 namespace zelvane {
 
-/// Spans the overlay from the press to the pointer, in whichever direction. A coordinate beyond 16 bits
-/// leaves what it was to set.
+/// Spans the overlay from the press to the pointer, in whichever direction. A pointer's place
+/// beyond 16 bits leaves the side that it was to set, and only that.
 void SpanBox(ShapeOverlay& box, const Stroke& stroke);
 
 /// Spans a marquee likewise, clipped to the picture and on whole pixels of it.
