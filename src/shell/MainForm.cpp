@@ -55,7 +55,7 @@ MainWindow::MainWindow()
       Process(ProcessBg, "Process"),
       ProcessBar(Process, "ProcessBar"),
       Menus(*this),
-      CmdTimer(kHoverInterval) {
+      CmdTimer(kHoverInterval, IntervalTimer::Runs::WithPointer) {
   SetCaption(" Zelvane");
   SetMinimumSize(kSmallestWidth, kSmallestHeight);
   DockPanel(TopBar, Align::Top, kTopBarHeight);

@@ -79,10 +79,10 @@ OptionBarsWindow::OptionBarsWindow()
       CmdFont(DrawToolbar[kTextTool], "CmdFont"),
       CmdFontStyle(DrawToolbar[kTextTool], "CmdFontStyle"),
       clearButton(DrawToolbar[kEraserTool], "clearButton", "Clear"),
-      CmdTimer(kHoverInterval),
-      CircleTimer(kHoverInterval),
-      BrushTimer(kHoverInterval),
-      LightTimer(kHoverInterval) {
+      CmdTimer(kHoverInterval, IntervalTimer::Runs::WithPointer),
+      CircleTimer(kHoverInterval, IntervalTimer::Runs::WithPointer),
+      BrushTimer(kHoverInterval, IntervalTimer::Runs::WithPointer),
+      LightTimer(kHoverInterval, IntervalTimer::Runs::WithPointer) {
   NameBars();
   FaceStyles(Cmd);
   FaceStyles(Cmd2);

@@ -4,6 +4,7 @@
 
 #include "document/layers/ImageDocument.h"
 #include "document/layers/ReadOuts.h"
+#include "surface/forms/controls/Events.h"
 #include "tools/OptionBars.h"
 #include "tools/Selector.h"
 #include "tools/ToolButtons.h"
@@ -27,12 +28,17 @@ void Choose(ButtonGroup& group, int16_t& option, PressedFlags& pressed, int16_t 
   group.Draw(index, ButtonLook::Pressed);
 }
 
-/// Buttons on a bar that isn't seen need nobody to look after them.
+/// Buttons on a bar that isn't seen need nobody to look after them; those on a bar that comes up look right
+/// at once.
+void RunHover(IntervalTimer& timer, Tool tool) {
+  timer.SetEnabled(State.CurrentTool == tool);
+  if (State.CurrentTool == tool) FireEvent(timer.OnTimer);
+}
 void RunHoverTimers() {
-  frmControls->CmdTimer.SetEnabled(State.CurrentTool == kRectangleTool);
-  frmControls->CircleTimer.SetEnabled(State.CurrentTool == kCircleTool);
-  frmControls->BrushTimer.SetEnabled(State.CurrentTool == kPenTool);
-  frmControls->LightTimer.SetEnabled(State.CurrentTool == kBrightenTool);
+  RunHover(frmControls->CmdTimer, kRectangleTool);
+  RunHover(frmControls->CircleTimer, kCircleTool);
+  RunHover(frmControls->BrushTimer, kPenTool);
+  RunHover(frmControls->LightTimer, kBrightenTool);
 }
 
 }  // namespace
@@ -59,7 +65,7 @@ void SelectTool(int16_t index) {
   RunHoverTimers();
 }
 
-/// The old button on the Circle bar goes idle with the next tick of its timer.
+/// The old button on the Circle bar goes idle when that bar comes up, or with the next tick of its timer.
 void SelectOption(int16_t index) {
   Choose(frmControls->Cmd, State.OptionButton, State.OptionButtonDown, index);
   frmControls->Cmd2.Draw(index, ButtonLook::Pressed);
