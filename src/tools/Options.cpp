@@ -1,10 +1,33 @@
 #include "tools/Options.h"
 
+#include "document/layers/ImageDocument.h"
+#include "surface/forms/controls/Events.h"
 #include "tools/NumericOptions.h"
 #include "tools/OptionBars.h"
 #include "tools/Selector.h"
 
 namespace zelvane {
+namespace {
+
+/// The handle of an open slider follows what is typed.
+void pixelSelector_Change(NumericOption option) {
+  const NumberBox& box = frmControls->pixelSelector[option];
+  OptionOf(option).Value = box.Value();
+  if (frmControls->OpenSelector == option && box.HasFocus()) PlaceHandle(option);
+  FireEvent(frmControls->OnOptionChange);
+}
+
+void WireNumber(NumericOption option) {
+  NumberBox& box = frmControls->pixelSelector[option];
+  box.OnChange = [option] { pixelSelector_Change(option); };
+  box.OnLostFocus = CloseUnlessHeld;
+  box.OnKeyDown = [](int16_t KeyCode, int16_t) {
+    if (KeyCode == kKeyEnter) ReturnToPicture();
+  };
+  frmControls->CmdDropDown[option].OnClick = [option] { CmdDropDown_Click(option); };
+}
+
+}  // namespace
 
 void FillOptions() {
   for (int i = 0; i < kOptionCount; ++i) {
@@ -19,14 +42,15 @@ void FillOptions() {
   }
 }
 
+void ReturnToPicture() {
+  if (ImageDocument* document = ActiveDocument())
+    document->PaintArea.SetFocus();
+  else
+    frmControls->DrawToolbar[State.CurrentTool].SetFocus();
+}
+
 void WireOptionBars() {
-  for (int16_t i = 0; i < kOptionCount; ++i) {
-    frmControls->pixelSelector[i].OnChange = [i] {
-      OptionOf(NumericOption{i}).Value = frmControls->pixelSelector[i].Value();
-      if (frmControls->OnOptionChange) frmControls->OnOptionChange();
-    };
-    frmControls->CmdDropDown[i].OnClick = [i] { CmdDropDown_Click(i); };
-  }
+  for (int16_t i = 0; i < kOptionCount; ++i) WireNumber(NumericOption{i});
   frmControls->CmdTimer.OnTimer = [] { frmControls->Cmd.Hover(State.OptionButtonDown); };
   frmControls->CircleTimer.OnTimer = [] { frmControls->Cmd2.Hover(State.OptionButtonDown); };
   frmControls->BrushTimer.OnTimer = [] { frmControls->Cmd3.Hover(State.OptionButton3Down); };

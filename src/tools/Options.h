@@ -6,6 +6,10 @@ namespace zelvane {
 /// values.
 void FillOptions();
 
+/// Gives the keyboard to the active picture; where there's none, to the option bar. A number that was being
+/// typed is thereby taken.
+void ReturnToPicture();
+
 /// Makes the controls of the option bars do what they are for.
 void WireOptionBars();
 

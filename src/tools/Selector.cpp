@@ -2,10 +2,12 @@
 
 #include <algorithm>
 
+#include "surface/forms/controls/Events.h"
 #include "surface/raster/FailingStep.h"
 #include "surface/raster/Units.h"
 #include "tools/NumericOptions.h"
 #include "tools/OptionBars.h"
+#include "tools/ToolButtons.h"
 
 namespace zelvane {
 namespace {
@@ -13,36 +15,30 @@ namespace {
 constexpr Single kWindowWidth = 132, kWindowHeight = 30, kTrackMargin = 8, kTrackHeight = 6;
 constexpr Single kBlockWidth = 10, kBlockHeight = 18;
 constexpr Single kTwips = kTwipsPerPixel;
-constexpr Single kTopTwips = 420, kSmallestLeftTwips = 60;
+constexpr Single kTopTwips = 420, kOverLeftBarTwips = 60, kBesideButton = 16;
 
 NumericOption ServedOption() {
   return static_cast<NumericOption>(std::stoi(frmSelector->Window.Tag()));
 }
 
-void DrawDropDown(int index, bool down) {
+void PressDropDown(int index, bool down) {
   frmControls->DropDownDown.at(static_cast<size_t>(index)) = down;
-  DrawButtonLook(frmControls->CmdDropDown[index], down ? ButtonLook::Pressed : ButtonLook::Hover);
+  DrawButton(index, down);
 }
 
-/// The slider's right edge stands under its button, as far as the left bar lets it.
+void RaiseDropDowns() {
+  for (int j = 0; j < kOptionCount; ++j) PressDropDown(j, false);
+}
+
+/// The slider's right edge stands under its button, as far as the left bar lets it; beneath the menus.
 void PlaceWindow(int index) {
   const PictureSurface& button = frmControls->CmdDropDown[index];
-  Control& main_window = *frmSelector->Window.Parent();
-  const Single left = (button.Left() + button.Width() + 16) * kTwips - kWindowWidth * kTwips;
-  const auto bars = frmControls->DrawToolbar[0].Parent()->WindowRect();
-  const auto inside = main_window.WindowRect();
-  const auto menu_bar = static_cast<Single>(std::max(bars.top - inside.top, 0));
-  const Single limit = static_cast<Single>(bars.left - inside.left) + kSmallestLeftTwips / kTwips;
-  frmSelector->Window.Move(std::max(left / kTwips, limit), menu_bar + kTopTwips / kTwips);
-}
-
-void PlaceHandle(NumericOption index) {
-  const ToolOption& option = OptionOf(index);
-  const PictureSurface& track = frmSelector->ScrollBar;
-  PictureSurface& handle = frmSelector->ScrollBlock;
-  const double room = track.Width() - handle.Width();
-  const double place = track.Left() + room * option.Value / (option.Max - option.Min) - option.Min;
-  With(ToInt16(place), [&](int16_t left) { handle.SetLeft(ClampHandle(left)); });
+  const Control& left_bar = *ToolButtons->ColorsBg.Parent();
+  const Single left = button.Left() + button.Width() + kBesideButton - kWindowWidth;
+  const Single limit = left_bar.Width() - kOverLeftBarTwips / kTwips;
+  const int top_bar = frmControls->DrawToolbar[0].Parent()->WindowRect().top;
+  const int menus = std::max(top_bar - frmSelector->Window.Parent()->WindowRect().top, 0);
+  frmSelector->Window.Move(std::max(left, limit), static_cast<Single>(menus) + kTopTwips / kTwips);
 }
 
 void MoveHandle(Single position) {
@@ -50,11 +46,15 @@ void MoveHandle(Single position) {
   ApplySlider();
 }
 
+/// Where the pointer holds a handle that came to it.
+Single Grip() {
+  return frmSelector->ScrollBlock.Width() / 4;
+}
 void Window_Drag(Single X) {
-  MoveHandle(X - frmSelector->ScrollBlock.Width() / 4);
+  MoveHandle(X - Grip());
 }
 void Track_Drag(Single X) {
-  MoveHandle(frmSelector->ScrollBar.Left() + X - frmSelector->ScrollBlock.Width() / 2);
+  MoveHandle(frmSelector->ScrollBar.Left() + X - Grip());
 }
 void Block_Drag(Single X) {
   MoveHandle(frmSelector->ScrollBlock.Left() + X - frmSelector->GrabOffset);
@@ -96,6 +96,15 @@ int16_t ClampHandle(int16_t position) {
   return std::clamp(position, lowest, static_cast<int16_t>(lowest + room));
 }
 
+void PlaceHandle(NumericOption index) {
+  const ToolOption& option = OptionOf(index);
+  const PictureSurface& track = frmSelector->ScrollBar;
+  PictureSurface& handle = frmSelector->ScrollBlock;
+  const double room = track.Width() - handle.Width();
+  const double place = track.Left() + room * option.Value / (option.Max - option.Min) - option.Min;
+  With(ToInt16(place), [&](int16_t left) { handle.SetLeft(ClampHandle(left)); });
+}
+
 void ApplySlider() {
   const NumericOption k = ServedOption();
   ToolOption& option = OptionOf(k);
@@ -107,19 +116,24 @@ void ApplySlider() {
   option.Value = value;
 }
 
+void DrawButton(int index, bool down) {
+  DrawButtonLook(frmControls->CmdDropDown[index], down ? ButtonLook::Pressed : ButtonLook::Hover);
+  if (down) return;
+  if (frmControls->FontsOpen) FireEvent(frmControls->OnCloseFonts);
+  if (frmControls->FontStyleOpen) FireEvent(frmControls->OnCloseFontStyle);
+}
+
 void UnClickButton() {
   frmControls->OpenSelector = -1;
-  for (int j = 0; j < kOptionCount; ++j)
-    if (frmControls->DropDownDown.at(static_cast<size_t>(j))) DrawDropDown(j, false);
+  RaiseDropDowns();
   frmSelector->Window.SetVisible(false);
 }
 
 void CmdDropDown_Click(int16_t index) {
-  const bool was_open = frmControls->DropDownDown.at(static_cast<size_t>(index));
-  UnClickButton();
-  if (was_open) return;
+  if (frmControls->DropDownDown.at(static_cast<size_t>(index))) return UnClickButton();
+  RaiseDropDowns();
   frmControls->OpenSelector = index;
-  DrawDropDown(index, true);
+  PressDropDown(index, true);
   PlaceWindow(index);
   PlaceHandle(NumericOption{index});
   With(ToInt16(OptionOf(NumericOption{index}).Value),
@@ -130,12 +144,19 @@ void CmdDropDown_Click(int16_t index) {
   frmSelector->ScrollBlock.SetFocus();
 }
 
+void CloseUnlessHeld() {
+  if (!frmSelector || !frmControls.IsLoaded()) return;
+  const int16_t open = frmControls->OpenSelector;
+  if (open < 0 || frmSelector->ScrollBlock.HasFocus() || frmControls->pixelSelector[open].HasFocus()) return;
+  UnClickButton();
+}
+
 void WireSelector() {
   WireDrag(frmSelector->Window, Window_Drag, Window_Drag);
   WireDrag(frmSelector->ScrollBar, Track_Drag, Track_Drag);
   WireDrag(
       frmSelector->ScrollBlock, [](Single X) { Assign(frmSelector->GrabOffset, ToInt16(X)); }, Block_Drag);
-  frmSelector->ScrollBlock.OnLostFocus = UnClickButton;
+  frmSelector->ScrollBlock.OnLostFocus = CloseUnlessHeld;
 }
 
 }  // namespace zelvane

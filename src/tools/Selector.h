@@ -5,6 +5,7 @@
 
 #include "surface/forms/picture/PictureSurface.h"
 #include "surface/forms/windows/Form.h"
+#include "tools/NumericOptions.h"
 
 namespace zelvane {
 
@@ -27,8 +28,14 @@ inline std::unique_ptr<SelectorControls> frmSelector;
 void WireSelector();
 /// Opens the slider for an option's box, or closes it where it's open for that one.
 void CmdDropDown_Click(int16_t index);
+/// Draws an option's button pressed or raised; raising one closes an open picker of the Text tool too.
+void DrawButton(int index, bool down);
 /// Closes the slider.
 void UnClickButton();
+/// Closes the slider once neither its handle nor the box that it serves has the keyboard.
+void CloseUnlessHeld();
+/// Puts the handle where the value of the option is on the track.
+void PlaceHandle(NumericOption index);
 /// Takes a place of the handle's left edge into the track.
 int16_t ClampHandle(int16_t position);
 /// Takes the value of the handle's place into the option and its box.
