@@ -103,6 +103,7 @@ void ColorPanelControls::PlaceChannel(int channel) {
   number.SetAccessibleName(facts.name);
   number.SetFormat("##0");
   number.SetPositiveOnly(true);
+  number.SetMaxValue(255);
   number.FitFont("255");
   number.SetValue(0.0);
 }

@@ -1,6 +1,7 @@
 #include "ui/NumberBox.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "surface/forms/controls/Events.h"
 #include "surface/forms/controls/Label.h"
@@ -36,6 +37,7 @@ void NumberBox::WireEntry() {
   };
   txtNumber.OnKeyPress = [this](int16_t& key) { KeyPress(key); };
   txtNumber.OnKeyUp = [this](int16_t key, int16_t shift) { FireEvent(OnKeyUp, key, shift); };
+  txtNumber.OnMouseWheel = [this](int16_t, Single, Single, Single, Single down) { MouseWheel(down); };
   txtNumber.OnMouseDown = [this](auto... of) { FireEvent(OnMouseDown, of...); };
   txtNumber.OnMouseMove = [this](auto... of) { FireEvent(OnMouseMove, of...); };
 }
@@ -175,11 +177,28 @@ void NumberBox::KeyPress(int16_t& KeyAscii) {
 }
 
 void NumberBox::KeyDown(int16_t KeyCode, int16_t Shift) {
+  if (Shift == 0 && (KeyCode == kKeyUp || KeyCode == kKeyDown)) StepBy(KeyCode == kKeyUp ? 1 : -1);
   if (Shift != kCtrl) return;
   if (KeyCode == kKeyC || KeyCode == kKeyX) PutOnClipboard();
   if (Locked()) return;
   if (KeyCode == kKeyX) txtNumber.SetText("");
   if (KeyCode == kKeyV) TakeFromClipboard();
+}
+
+/// Fine wheels tell of parts of a notch, which add up.
+void NumberBox::MouseWheel(Single notches) {
+  wheel_ += notches;
+  const Single whole = std::trunc(wheel_);
+  wheel_ -= whole;
+  if (whole == 0 || Locked() || !Enabled()) return;
+  SetFocus();
+  StepBy(whole);
+}
+
+void NumberBox::StepBy(double steps) {
+  if (Locked() || MinValue_ > MaxValue_) return;
+  txtNumber.SetText(NumberText(std::clamp(Value() + steps, MinValue_, MaxValue_)));
+  txtNumber.SelectAll();
 }
 
 void NumberBox::PutOnClipboard() const {

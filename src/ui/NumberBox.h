@@ -12,8 +12,9 @@ namespace zelvane {
 /// A box for a number. With the keyboard it shows the bare number, left aligned, and takes only keys that can
 /// make a number; without, it applies its limits and shows the number through a mask, right aligned.
 ///
-/// It is at least 19 logical pixels high. What is typed or pasted tells of itself through `OnChange` with
-/// each change of the number; showing the same number another way doesn't.
+/// Up, Down and a notch of the wheel step by one between the limits, whether or not these are applied; the
+/// wheel brings the keyboard along. It is at least 19 logical pixels high. What is typed or pasted tells of
+/// itself through `OnChange` with each change of the number; showing the same number another way doesn't.
 class NumberBox : public Panel {
  public:
   NumberBox(Control& parent, const std::string& name);
@@ -95,6 +96,8 @@ class NumberBox : public Panel {
   void Leaving();
   void KeyDown(int16_t KeyCode, int16_t Shift);
   void KeyPress(int16_t& KeyAscii);
+  void MouseWheel(Single notches);
+  void StepBy(double steps);
   void PutOnClipboard() const;
   void TakeFromClipboard();
   void TextChanged();
@@ -109,6 +112,7 @@ class NumberBox : public Panel {
   std::string Mask;        ///< the half of `Format` in force
   bool IsPositive = true;  ///< the sign found by the last `UnformatNumeric`
   int16_t MaxLength = 10;  ///< longest input, 0 for any
+  Single wheel_ = 0;       ///< notches that have yet to make a whole one
   TextBox txtNumber;
 };
 

@@ -1,8 +1,12 @@
 #include "surface/forms/controls/TextBox.h"
 
+#include <QClipboard>
+#include <QDropEvent>
+#include <QGuiApplication>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QPlainTextEdit>
 #include <QPointer>
 #include <QStyle>
@@ -71,7 +75,10 @@ class LineBox : public QLineEdit {
  protected:
   void keyPressEvent(QKeyEvent* event) override {
     const int16_t ascii = KeyAsciiOf(*event);
-    if (ascii == 0 || !box->OnKeyPress) return QLineEdit::keyPressEvent(event);
+    if (!box->OnKeyPress) return QLineEdit::keyPressEvent(event);
+    if (ascii == 0 && event->matches(QKeySequence::Paste))
+      return BringIn(QGuiApplication::clipboard()->text());
+    if (ascii == 0) return QLineEdit::keyPressEvent(event);
     const QPointer<LineBox> standing(this);
     const int16_t kept = Filtered(ascii);
     if (!standing) return;
@@ -83,13 +90,16 @@ class LineBox : public QLineEdit {
 
   void inputMethodEvent(QInputMethodEvent* event) override {
     if (!box->OnKeyPress) return QLineEdit::inputMethodEvent(event);
-    const QPointer<LineBox> standing(this);
-    for (const QChar character : event->commitString()) {
-      const int16_t kept = Filtered(CharacterOf(character));
-      if (!standing) return;
-      if (kept != 0) insert(QChar(kept));
-    }
     event->accept();
+    BringIn(event->commitString());
+  }
+
+  void dropEvent(QDropEvent* event) override {
+    if (!box->OnKeyPress) return QLineEdit::dropEvent(event);
+    setCursorPosition(cursorPositionAt(event->position().toPoint()));
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+    BringIn(event->mimeData()->text());
   }
 
   void focusInEvent(QFocusEvent* event) override {
@@ -98,6 +108,7 @@ class LineBox : public QLineEdit {
   }
 
   void mouseReleaseEvent(QMouseEvent* event) override {
+    if (event->button() == Qt::MiddleButton && box->OnKeyPress) return BringInSelection();
     QLineEdit::mouseReleaseEvent(event);
     if (std::exchange(entered_by_press_, false) && !hasSelectedText()) selectAll();
   }
@@ -109,6 +120,21 @@ class LineBox : public QLineEdit {
   int16_t Filtered(int16_t ascii) {
     FireEvent(box->OnKeyPress, ascii);
     return ascii;
+  }
+  /// Text from elsewhere goes through the filter as if it were typed.
+  void BringIn(const QString& text) {
+    const QPointer<LineBox> standing(this);
+    for (const QChar character : text) {
+      const int16_t kept = isReadOnly() ? int16_t{0} : Filtered(CharacterOf(character));
+      if (!standing) return;
+      if (kept != 0) insert(QChar(kept));
+    }
+  }
+  /// The middle button brings what was last selected anywhere, where the desktop keeps that.
+  void BringInSelection() {
+    if (!QGuiApplication::clipboard()->supportsSelection()) return;
+    deselect();
+    BringIn(QGuiApplication::clipboard()->text(QClipboard::Selection));
   }
   bool entered_by_press_ = false;
 };

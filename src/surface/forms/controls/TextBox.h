@@ -43,7 +43,8 @@ class TextBox : public Control {
   std::function<void()> OnChange;
   /// A key that makes a character is about to work, after its `OnKeyDown`: the character's code, 8 for
   /// Backspace, 13 for Enter, 27 for Esc, 1 to 26 for Ctrl with a letter. Another code puts that character in
-  /// its place, 0 drops the key. Selecting all by keys is the desktop's own and makes no character.
+  /// its place, 0 drops the key. Selecting all by keys is the desktop's own and makes no character. What an
+  /// input method, Shift+Insert, the middle button or a drop brings comes here character by character.
   std::function<void(int16_t& KeyAscii)> OnKeyPress;
 
  private:
