@@ -48,7 +48,7 @@ void WireTools() {
 
 void WireSliderKeys(MainWindow& window) {
   WireSelector();
-  frmSelector->ScrollBlock.OnKeyDown = [&window](int16_t KeyCode, int16_t Shift) {
+  frmSelector->Window.OnKeyDown = [&window](int16_t KeyCode, int16_t Shift) {
     if (KeyCode == kKeyEnter || (KeyCode == kKeyEscape && Shift == 0)) return ReturnToPicture();
     if (KeyCode == kKeyEscape && Shift == kShift) window.Unload();
     if (KeyCode == kKeyF2) window.SetWindowState(kMinimised);

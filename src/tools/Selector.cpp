@@ -76,12 +76,9 @@ void WireDrag(PictureSurface& surface, Press press, Drag drag) {
 }  // namespace
 
 SelectorControls::SelectorControls(Control& main_window)
-    : Window(main_window, "frmSelector", PictureSurface::Frame::Yes),
-      ScrollBar(Window, "ScrollBar"),
-      ScrollBlock(Window, "ScrollBlock") {
+    : Window(main_window, "frmSelector"), ScrollBar(Window, "ScrollBar"), ScrollBlock(Window, "ScrollBlock") {
   Window.Move(0, 0, kWindowWidth, kWindowHeight);
   Window.SetBackColor(SystemColor::ButtonFace);
-  Window.SetVisible(false);
   ScrollBar.Move(kTrackMargin, (kWindowHeight - 2 - kTrackHeight) / 2, kWindowWidth - 2 - 2 * kTrackMargin,
                  kTrackHeight);
   DrawButtonLook(ScrollBar, ButtonLook::Pressed);

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <memory>
 
-#include "surface/forms/picture/PictureSurface.h"
+#include "surface/forms/picture/DropDown.h"
 #include "surface/forms/windows/Form.h"
 #include "tools/NumericOptions.h"
 
@@ -14,7 +14,7 @@ namespace zelvane {
 struct SelectorControls {
   explicit SelectorControls(Control& main_window);
 
-  PictureSurface Window;
+  DropDown Window;
   PictureSurface ScrollBar;
   PictureSurface ScrollBlock;
   bool Dragging = false;
