@@ -1,16 +1,17 @@
+#include <QAbstractItemView>
+#include <QComboBox>
+#include <QCursor>
 #include <QTest>
-#include <QWidget>
 
 #include "colour/ColorBars.h"
 #include "imageops/Undo.h"
 #include "selection/Selection.h"
 #include "session/Session.h"
-#include "shell/MainForm.h"
-#include "surface/forms/windows/Application.h"
-#include "tools/NumericOptions.h"
+#include "tools/EyedropperTool.h"
 #include "tools/OptionBars.h"
 #include "tools/SelectTool.h"
 #include "tools/Selector.h"
+#include "tools/Stroke.h"
 
 using namespace zelvane;
 
@@ -37,10 +38,6 @@ class Tools : public Session {
     ColorPanel->SelColor[0].SetBackColor(front);
     ColorPanel->SelColor[1].SetBackColor(back);
     SetColorBars();
-  }
-  static void SetNumber(int entry, double value) {
-    frmControls->pixelSelector[entry].SetValue(value);
-    ASSERT_EQ(State.OptionTable[static_cast<size_t>(entry)].Value, value);
   }
   /// The picture after a drag of image pixels at the zoom, which is then undone.
   QImage Painted(QPoint from, QPoint to, Qt::MouseButton button = Qt::LeftButton, int zoom = 1) {
@@ -126,36 +123,6 @@ TEST_F(Tools, AFloatingSelectionTakesTheStrokeAndClipsIt) {
     }
 }
 
-TEST_F(Tools, StrokesFarOutsideAndOfBothButtonsAreHarmless) {
-  Open();
-  for (int tool = 0; tool < kToolCount; ++tool) {
-    SelectTool(static_cast<int16_t>(tool));
-    for (int zoom : {1, 8}) {
-      frmControls->comboZoom.SetListIndex(zoom - 1);
-      Drag(-5000, -5000, 200000, 200000);
-      Drag(200000, 10, -200000, 10, Qt::RightButton);
-      Press(10, 10);
-      Press(12, 12, Qt::RightButton);
-      SelectTool(static_cast<int16_t>((tool + 1) % kToolCount));
-      MoveTo(30, 30, Qt::LeftButton | Qt::RightButton);
-      SelectTool(static_cast<int16_t>(tool));
-      Release(30, 30);
-      Release(30, 30, Qt::RightButton);
-    }
-  }
-  EXPECT_EQ(Document().Buffer.ScaleWidth(), 90);
-}
-
-TEST_F(Tools, TheEraserPaintsWhiteWithEitherButtonAtItsWidth) {
-  Open();
-  SelectTool(kEraserTool);
-  for (auto button : {Qt::LeftButton, Qt::RightButton}) {
-    const QImage erased = Painted({40, 30}, {40, 30}, button);
-    EXPECT_EQ(Difference(erased, Stripes()), QRect(38, 28, 5, 5));
-    EXPECT_EQ(erased.pixel(40, 30), 0xFFFFFFFFu);
-  }
-}
-
 TEST_F(Tools, TheFillPaintsEachAreaThatThePointerEnters) {
   Open();
   SelectTool(kFloodfillTool);
@@ -175,7 +142,7 @@ TEST_F(Tools, ABoxIsTheSameInEitherDirectionAndFollowsItsStyle) {
   Open();
   SelectTool(kRectangleTool);
   SelectOption(1);
-  SetNumber(5, 3);
+  frmControls->pixelSelector[kRectangleBorder].SetValue(3.0);
   const QImage down = Painted({20, 20}, {60, 50});
   EXPECT_EQ(Difference(down, Painted({60, 50}, {20, 20})), QRect());
   EXPECT_EQ(ToColor(down.pixel(20, 20)), kFront);
@@ -205,39 +172,41 @@ TEST_F(Tools, TheEllipseIsWhatTheOverlayShowedAtTheLastDrag) {
   EXPECT_EQ(Difference(Picture(Document().Buffer), Stripes()), QRect(20, 20, 40, 30));
 }
 
+TEST_F(Tools, TheEraserPaintsWhiteWithEitherButtonAndClearsAll) {
+  Open();
+  SelectTool(kEraserTool);
+  for (auto button : {Qt::LeftButton, Qt::RightButton}) {
+    const QImage erased = Painted({40, 30}, {40, 30}, button);
+    EXPECT_EQ(Difference(erased, Stripes()), QRect(38, 28, 5, 5));
+    EXPECT_EQ(erased.pixel(40, 30), 0xFFFFFFFFu);
+  }
+  Document().SetDirtyFalse();
+  ClickOn(frmControls->clearButton);
+  EXPECT_EQ(Document().Buffer.Point(45, 35), ToColor(ToPixel(Document().Buffer.BackColor())));
+  EXPECT_FALSE(Document().Dirty);
+  Undo_Click();
+  EXPECT_EQ(Difference(Picture(Document().Buffer), Stripes()), QRect());
+}
+
 TEST_F(Tools, TheGradientRunsFromTheFrontToTheBackColourAndTellsItsAngle) {
   Open();
   SelectTool(kGradientTool);
   Press(20, 30, Qt::RightButton);
-  MoveTo(70, 30, Qt::RightButton);
-  EXPECT_EQ(frmControls->lblAngle.Caption(), "0 ° ");
   MoveTo(20, 5, Qt::RightButton);
   EXPECT_EQ(frmControls->lblAngle.Caption(), "90 ° ");
   MoveTo(70, 30, Qt::RightButton);
+  EXPECT_EQ(frmControls->lblAngle.Caption(), "0 ° ");
   Release(70, 30, Qt::RightButton);
   EXPECT_EQ(frmControls->lblAngle.Caption(), "N/A");
   const QImage painted = Picture(Document().Buffer);
   EXPECT_EQ(Difference(painted, Stripes()), QRect(19, 0, 53, 70));
   EXPECT_EQ(ToColor(painted.pixel(19, 40)), kFront);
   EXPECT_EQ(ToColor(painted.pixel(71, 40)), kBack);
-  // The first line runs from corner to corner here, with an end in the picture: three wide as well.
-  EXPECT_EQ(ToColor(Painted({0, 0}, {28, -36}).pixel(46, 37)), kFront);
-}
-
-TEST_F(Tools, APressOnTheSliderPutsAPartOfItsHandleUnderThePointer) {
-  Open();
-  SelectTool(kPenTool);
-  ClickOn(frmControls->CmdDropDown[kPenWidth]);
-  const auto handle_after = [](const Control& pressed, int x) {
-    QTest::mousePress(pressed.Widget(), Qt::LeftButton, {}, QPoint(x, 3));
-    QTest::mouseRelease(pressed.Widget(), Qt::LeftButton, {}, QPoint(x, 3));
-    return frmSelector->ScrollBlock.Left();
-  };
-  const Single quarter = 2.5F, half = 5;  // of its width of 10; the window has a frame of 1
-  EXPECT_EQ(handle_after(frmSelector->Window, 61), RoundHalfEven(60.49F - quarter));
-  EXPECT_EQ(handle_after(frmSelector->ScrollBar, 40),
-            RoundHalfEven(frmSelector->ScrollBar.Left() + 40.49F - half));
-  EXPECT_EQ(handle_after(frmSelector->ScrollBlock, 7), 43) << "a press on the handle moves nothing";
+  Undo_Click();
+  // From corner to corner the line ends in the picture; it is three wide there as well.
+  const QImage below = Painted({0, 0}, {-70, 90});
+  EXPECT_EQ(ToColor(below.pixel(45, 34)), kFront);
+  EXPECT_EQ(below.pixel(46, 33), Stripes().pixel(46, 33)) << "2.2 pixels from its middle";
 }
 
 TEST_F(Tools, TheEyedropperTakesColoursWithinThePicture) {
@@ -246,6 +215,11 @@ TEST_F(Tools, TheEyedropperTakesColoursWithinThePicture) {
   MoveTo(15, 5, Qt::NoButton);
   EXPECT_EQ(frmControls->ColorPick.BackColor(), RGB(0x40, 0x60, 0xA0));
   EXPECT_EQ(frmControls->lblRed.Caption(), "64");
+  ShowPixelInfo(Document().Buffer, 5.4F, 69.4F);
+  EXPECT_EQ(frmControls->lblRed.Caption(), "192");
+  for (const auto& [x, y] : {std::pair{89.5F, 5.0F}, {15.0F, 69.5F}, {-0.1F, 5.0F}, {15.0F, -0.1F}})
+    ShowPixelInfo(Document().Buffer, x, y);
+  EXPECT_EQ(frmControls->lblRed.Caption(), "192") << "beyond the picture the last colour stays";
   Drag(15, 5, 5, 5);
   EXPECT_EQ(ColorPanel->SelColor[0].BackColor(), RGB(0xC0, 0xB0, 0x80));
   EXPECT_EQ(Document().Buffer.ForeColor(), RGB(0xC0, 0xB0, 0x80));
@@ -256,74 +230,155 @@ TEST_F(Tools, TheEyedropperTakesColoursWithinThePicture) {
   EXPECT_EQ(Difference(Picture(Document().Buffer), Stripes()), QRect());
 }
 
-TEST_F(Tools, ClearWipesAndCanBeUndone) {
+TEST_F(Tools, ThePointerHasMovedByMoreThanHalfAPixel) {
   Open();
-  Document().SetDirtyFalse();
-  SelectTool(kEraserTool);
-  ClickOn(frmControls->clearButton);
-  EXPECT_EQ(Document().Buffer.Point(45, 35), Document().Buffer.Point(0, 0));
-  EXPECT_FALSE(Document().Dirty);
-  Undo_Click();
-  EXPECT_EQ(Difference(Picture(Document().Buffer), Stripes()), QRect());
+  PictureSurface& layer = Document().Buffer;
+  for (const bool across : {true, false}) {
+    for (const auto& [at, moved] : {std::pair{9.49F, true}, {9.5F, false}, {10.5F, false}, {10.51F, true}}) {
+      layer.SetCurrentX(across ? at : 10), layer.SetCurrentY(across ? 10 : at);
+      EXPECT_EQ(PointerMoved(layer, 10, 10), moved) << at;
+    }
+  }
+}
+
+/// 5,000 pixels are 40,000 units, beyond 16 bits.
+TEST_F(Tools, APointerTooFarAwayLeavesOnlyTheSideThatItWouldSet) {
+  Open();
+  SelectTool(kCircleTool);
+  const ShapeOverlay& box = Document().DrawCircle;
+  frmControls->comboZoom.SetListIndex(7);
+  Press(80, 80);
+  MoveTo(160, 160);
+  MoveTo(40000, 320);
+  EXPECT_EQ(QRectF(box.Left(), box.Top(), box.Width(), box.Height()).toRect(), QRect(76, 76, 84, 244));
+  MoveTo(-40000, 0);
+  EXPECT_EQ(QRectF(box.Left(), box.Top(), box.Width(), box.Height()).toRect(), QRect(76, 0, 84, 76));
+  Release(0, 0);
 }
 
 TEST_F(Tools, ATypedNumberCountsAtOnceAndItsLimitsWhenTheBoxIsLeft) {
   Open();
   SelectTool(kPenTool);
-  NumberBox& box = frmControls->pixelSelector[4];
+  const ToolOption& option = OptionOf(kPenWidth);
+  NumberBox& box = frmControls->pixelSelector[kPenWidth];
   Type(box, "250");
-  EXPECT_EQ(State.OptionTable[4].Value, 250);
-  Document().PaintArea.SetFocus();
-  DoEvents();
-  EXPECT_EQ(State.OptionTable[4].Value, 100);
+  EXPECT_EQ(option.Value, 250);
+  QTest::keyClick(box.Entry().Widget(), Qt::Key_Return);
+  EXPECT_TRUE(Document().PaintArea.HasFocus());
+  EXPECT_EQ(option.Value, 100);
   Type(box, "0");
-  EXPECT_EQ(State.OptionTable[4].Value, 0);
-  Drag(10, 10, 30, 10);
-  Document().PaintArea.SetFocus();
-  EXPECT_EQ(State.OptionTable[4].Value, 1);
+  EXPECT_EQ(option.Value, 0);
+  QTest::keyClick(box.Entry().Widget(), Qt::Key_Up);
+  EXPECT_EQ(option.Value, 1);
   Type(box, "a-1.2.x7");
-  EXPECT_EQ(State.OptionTable[4].Value, 127);
+  EXPECT_EQ(option.Value, 127);
 }
 
-TEST_F(Tools, TheSliderReachesBothLimitsAndClosesWithTheTool) {
+TEST_F(Tools, TheZoomBoxActsOnTheEntryThatItShows) {
+  Open();
+  frmControls->comboZoom.SetListIndex(2);
+  Document().Zoom = 100;
+  frmControls->comboZoom.SetListIndex(2);
+  EXPECT_EQ(Document().Zoom, 100) << "the program has chosen nothing new";
+  auto* list = qobject_cast<QComboBox*>(frmControls->comboZoom.Widget());
+  list->showPopup();
+  QTest::keyClick(list->view(), Qt::Key_Return);
+  EXPECT_EQ(Document().Zoom, 300);
+}
+
+TEST_F(Tools, TheSliderHoldsItsHandleAndReachesBothLimits) {
   Open();
   SelectTool(kAirbrushTool);
-  for (int entry : {2, 0}) {
-    ClickOn(frmControls->CmdDropDown[entry]);
-    ASSERT_TRUE(frmSelector->Window.Visible());
-    EXPECT_EQ(frmControls->OpenSelector, entry);
-    QWidget* track = frmSelector->ScrollBar.Widget();
-    const auto drag = [&](int x) {
-      QTest::mousePress(track, Qt::LeftButton, {}, QPoint(track->width() / 2, 2));
-      QTest::mouseMove(track, QPoint(x, 2));
-      QTest::mouseRelease(track, Qt::LeftButton, {}, QPoint(x, 2));
-    };
-    const ToolOption& option = State.OptionTable[static_cast<size_t>(entry)];
-    drag(-4000);
-    EXPECT_EQ(option.Value, option.Min);
-    drag(4000);
-    EXPECT_EQ(option.Value, option.Max);
-    EXPECT_EQ(frmControls->pixelSelector[entry].Value(), option.Max);
-    drag(track->width() / 2);
-    EXPECT_GT(option.Value, option.Min);
-    EXPECT_LT(option.Value, option.Max);
-  }
-  ClickOn(frmControls->CmdDropDown[0]);
-  EXPECT_FALSE(frmSelector->Window.Visible());
-  ClickOn(frmControls->CmdDropDown[0]);
+  const ToolOption& option = OptionOf(kAirbrushSize);
+  ClickOn(frmControls->CmdDropDown[kAirbrushSize]);
+  const auto drag = [](const PictureSurface& on, int from, int to) {
+    QTest::mousePress(on.Widget(), Qt::LeftButton, {}, QPoint(from, 3));
+    QTest::mouseMove(on.Widget(), QPoint(to, 3));
+    QTest::mouseRelease(on.Widget(), Qt::LeftButton, {}, QPoint(to, 3));
+    return frmSelector->ScrollBlock.Left();
+  };
+  const Single left = frmSelector->ScrollBar.Left();
+  EXPECT_EQ(drag(frmSelector->ScrollBar, 9, 57), left + 55) << "a quarter of 10 pixels before the pointer";
+  EXPECT_EQ(drag(frmSelector->Window, 9, 41), 38) << "behind the frame";
+  EXPECT_EQ(drag(frmSelector->ScrollBlock, 7, 7), 38);
+  EXPECT_GT(option.Value, option.Min);
+  EXPECT_NE(option.Value, frmControls->pixelSelector[kAirbrushSize].Value()) << "the slider has fractions";
+  drag(frmSelector->ScrollBar, 20, -4000);
+  EXPECT_EQ(option.Value, 1);
+  drag(frmSelector->ScrollBar, 20, 4000);
+  EXPECT_EQ(option.Value, 100);
+  EXPECT_EQ(frmControls->pixelSelector[kAirbrushSize].Value(), 100);
+  const PictureSurface& button = frmControls->CmdDropDown[kAirbrushPressure];
+  ClickOn(button);
+  EXPECT_EQ(frmControls->OpenSelector, kAirbrushPressure);
+  EXPECT_EQ(frmSelector->Window.Left(), button.Left() + button.Width() + 16 - 132);
+  frmControls->CmdDropDown[kAirbrushSize].SetLeft(0);
+  ClickOn(frmControls->CmdDropDown[kAirbrushSize]);
+  EXPECT_EQ(frmSelector->Window.Left(), 62) << "four pixels over the left bar";
+}
+
+TEST_F(Tools, TheSliderClosesForAllButItsNumber) {
+  Open();
   SelectTool(kPenTool);
+  const PictureSurface& button = frmControls->CmdDropDown[kPenWidth];
+  const auto open = [&] {
+    ClickOn(button);
+    return frmSelector->Window.Visible();
+  };
+  int closed = 0;
+  frmControls->OnCloseFonts = frmControls->OnCloseFontStyle = [&] { ++closed; };
+  frmControls->FontsOpen = true;
+  ASSERT_TRUE(open());
+  EXPECT_EQ(closed, kOptionCount) << "each button that is raised closes an open picker";
+  const Single handle = frmSelector->ScrollBlock.Left();
+  Type(frmControls->pixelSelector[kPenWidth], "50");
+  EXPECT_TRUE(frmSelector->Window.Visible());
+  EXPECT_GT(frmSelector->ScrollBlock.Left(), handle);
+  Document().PaintArea.SetFocus();
+  EXPECT_FALSE(frmSelector->Window.Visible());
+  EXPECT_FALSE(frmControls->DropDownDown[kPenWidth]);
+  for (const auto key : {Qt::Key_Escape, Qt::Key_Return}) {
+    ASSERT_TRUE(open());
+    QTest::keyClick(frmSelector->ScrollBlock.Widget(), key);
+    EXPECT_FALSE(frmSelector->Window.Visible());
+    EXPECT_TRUE(Document().PaintArea.HasFocus());
+  }
+  ASSERT_TRUE(open());
+  EXPECT_FALSE(open());
+  ASSERT_TRUE(open());
+  SelectTool(kEraserTool);
   EXPECT_FALSE(frmSelector->Window.Visible());
   EXPECT_EQ(frmControls->OpenSelector, -1);
 }
 
-TEST_F(Tools, TheStyleIsSharedByBoxAndEllipse) {
+TEST_F(Tools, ButtonsLookAsThePointerAndTheStyleHaveThem) {
   Open();
+  const auto look = [](PictureSurface& button) {
+    const Color corner = button.Point(0, 0), other = button.Point(button.ScaleWidth() - 1, 1);
+    const Color light = ToColor(ToPixel(SystemColor::ButtonHighlight)),
+                dark = ToColor(ToPixel(SystemColor::ButtonShadow));
+    return corner == light && other == dark ? "hover" : corner == dark && other == light ? "pressed" : "idle";
+  };
   SelectTool(kRectangleTool);
-  ClickOn(frmControls->Cmd[2]);
-  EXPECT_EQ(State.OptionButton, 2);
+  PictureSurface& button = frmControls->Cmd[1];
+  QTest::mouseMove(button.Widget(), QPoint(5, 5));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return look(button) == std::string("hover"); }));
+  EXPECT_STREQ(look(frmControls->Cmd[0]), "pressed");
+  EXPECT_STREQ(look(frmControls->Cmd[2]), "idle");
+  ClickOn(button);
+  EXPECT_STREQ(look(button), "pressed");
+  QTest::mouseMove(frmControls->Cmd[0].Widget(), QPoint(5, 5));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return look(frmControls->Cmd[0]) == std::string("hover"); }));
+  EXPECT_STREQ(look(button), "pressed") << "a pressed button doesn't react";
+  QCursor::setPos(0, 0);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return look(frmControls->Cmd[0]) == std::string("idle"); }));
+  // The bars share their style, and one that comes up shows it at once.
   SelectTool(kCircleTool);
-  ClickOn(frmControls->Cmd2[1]);
-  EXPECT_EQ(State.OptionButton, 1);
-  EXPECT_TRUE(State.OptionButtonDown[1]);
-  EXPECT_FALSE(State.OptionButtonDown[2]);
+  EXPECT_STREQ(look(frmControls->Cmd2[0]), "idle");
+  EXPECT_STREQ(look(frmControls->Cmd2[1]), "pressed");
+  ClickOn(frmControls->Cmd2[2]);
+  EXPECT_EQ(State.OptionButton, 2);
+  SelectTool(kRectangleTool);
+  EXPECT_STREQ(look(button), "idle");
+  EXPECT_STREQ(look(frmControls->Cmd[2]), "pressed");
 }

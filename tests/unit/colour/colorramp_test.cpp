@@ -7,32 +7,27 @@
 namespace zelvane {
 namespace {
 
-class Ramp : public Canvas {
- public:
+struct Ramp : Canvas {
   Ramp(int width, int height, Color left, Color right) {
     Resize(width, height);
     PaintRamp(*this, left, right);
   }
-  std::vector<int> Reds(int y = 0) const {
-    std::vector<int> reds;
-    for (int x = 0; x < ScaleWidth(); ++x) reds.push_back(Split(GetPixel(x, y)).red);
-    return reds;
-  }
 };
 
-TEST(ColorRamp, ColumnZeroCarriesAStepAndTheLastColumnTheEnd) {
-  EXPECT_EQ(Ramp(4, 9, RGB(0, 0, 0), RGB(100, 0, 0)).Reds(), (std::vector{25, 50, 75, 100}));
-  EXPECT_EQ(Ramp(4, 9, RGB(100, 0, 0), RGB(0, 0, 0)).Reds(), (std::vector{75, 50, 25, 0}));
-  const Ramp both(2, 9, RGB(255, 0, 10), RGB(0, 255, 20));
-  EXPECT_EQ(both.GetPixel(1, 0), RGB(0, 255, 20));
+std::vector<int> Reds(int width, int first, int last) {
+  const Ramp ramp(width, 9, RGB(first, 0, 0), RGB(last, 0, 0));
+  std::vector<int> reds;
+  for (int x = 0; x < width; ++x) reds.push_back(Split(ramp.GetPixel(x, 8)).red);
+  return reds;
 }
 
-TEST(ColorRamp, RoundsHalvesToEvenWithoutDrift) {
-  EXPECT_EQ(Ramp(4, 1, RGB(0, 0, 0), RGB(2, 0, 0)).Reds(), (std::vector{0, 1, 2, 2}));
-  const std::vector<int> bar = Ramp(101, 9, RGB(0, 0, 0), RGB(255, 0, 0)).Reds();
-  EXPECT_EQ(bar[0], 3);
-  EXPECT_EQ(bar[49], 126);
-  EXPECT_EQ(bar[100], 255);
+TEST(ColorRamp, StartsAStepAwayAndEndsAtTheEndRoundingHalvesToEven) {
+  EXPECT_EQ(Reds(4, 0, 100), (std::vector{25, 50, 75, 100}));
+  EXPECT_EQ(Reds(4, 100, 0), (std::vector{75, 50, 25, 0}));
+  EXPECT_EQ(Reds(4, 0, 2), (std::vector{0, 1, 2, 2}));
+  const std::vector<int> bar = Reds(101, 0, 255);
+  EXPECT_EQ((std::vector{bar[0], bar[49], bar[100]}), (std::vector{3, 126, 255})) << "without drift";
+  EXPECT_EQ(Ramp(2, 9, RGB(255, 0, 10), RGB(0, 255, 20)).GetPixel(1, 0), RGB(0, 255, 20));
 }
 
 TEST(ColorRamp, EqualEndsAreFlatAndOnlyTheTopIsCovered) {

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "tools/PlainDabs.h"
 
 namespace zelvane {
@@ -44,39 +46,11 @@ void ForDabs(Check check) {
 }
 
 TEST(DabSize_, RoundsTheOptionAndItsHalfToEven) {
-  EXPECT_EQ(DabSizeOf(1).Steps, 0);
-  EXPECT_EQ(DabSizeOf(3).Steps, 2);
-  EXPECT_EQ(DabSizeOf(5).Steps, 2);
-  EXPECT_EQ(DabSizeOf(10).Steps, 5);
-  EXPECT_EQ(DabSizeOf(2.5).Size, 2);
-  EXPECT_EQ(DabSizeOf(1e12).Steps, 0);
-}
-
-TEST(Spray, PaintsWhatThePlainRingsPaint) {
-  ForDabs([](DabSize size, int side, int x, int y) {
-    for (const double pressure : kPressures) {
-      ExpectSame(
-          side, side, size.Size,
-          [&](Canvas& c) {
-            SprayDab(c, static_cast<Single>(x), static_cast<Single>(y), size, kInk, pressure);
-          },
-          [&](Canvas& c) { plain::Soft(c, x, y, size, kInk, 10, pressure / 10); });
-    }
-  });
-}
-
-TEST(Brighten, PaintsWhatThePlainRingsPaint) {
-  ForDabs([](DabSize size, int side, int x, int y) {
-    for (const double pressure : kPressures) {
-      const bool darken = x > y;
-      ExpectSame(
-          side, side, size.Size,
-          [&](Canvas& c) {
-            BrightenDab(c, static_cast<Single>(x), static_cast<Single>(y), size, darken, pressure);
-          },
-          [&](Canvas& c) { plain::Soft(c, x, y, size, darken ? kBlack : kWhite, 100, pressure); });
-    }
-  });
+  for (const auto& [option, size, steps] :
+       {std::tuple{1.0, 1, 0}, {3.0, 3, 2}, {5.0, 5, 2}, {10.0, 10, 5}, {2.5, 2, 1}, {1e12, 0, 0}}) {
+    EXPECT_EQ(DabSizeOf(option).Size, size);
+    EXPECT_EQ(DabSizeOf(option).Steps, steps);
+  }
 }
 
 TEST(Blur, PaintsWhatThePlainRingsPaint) {
@@ -90,46 +64,51 @@ TEST(Blur, PaintsWhatThePlainRingsPaint) {
   });
 }
 
-/// What one dab of size 10 makes of the middle of a flat surface.
-template <class Dab>
-int RedInTheMiddle(Color ground, Dab dab) {
-  Sheet canvas(41, 41);
-  canvas.FilledBox(0, 0, 40, 40, ground);
-  dab(canvas);
-  EXPECT_EQ(canvas.GetPixel(20, 10), ground);  // the rim stays
-  return Split(canvas.GetPixel(20, 20)).red;
+TEST(SoftDabs, PaintWhatThePlainRingsPaint) {
+  ForDabs([](DabSize size, int side, int x, int y) {
+    const auto column = static_cast<Single>(x), row = static_cast<Single>(y);
+    const bool darken = x > y;
+    for (const double pressure : kPressures) {
+      ExpectSame(
+          side, side, size.Size, [&](Canvas& c) { SprayDab(c, column, row, size, kInk, pressure); },
+          [&](Canvas& c) { plain::Soft(c, x, y, size, kInk, 10, pressure / 10); });
+      ExpectSame(
+          side, side, size.Size, [&](Canvas& c) { BrightenDab(c, column, row, size, darken, pressure); },
+          [&](Canvas& c) { plain::Soft(c, x, y, size, darken ? kBlack : kWhite, 100, pressure); });
+    }
+  });
 }
 
 TEST(SoftDabs, AreStrongestInTheMiddle) {
-  const DabSize size = DabSizeOf(10);
-  const auto spray = [&](double pressure) {
-    return RedInTheMiddle(kWhite, [&](Canvas& c) { SprayDab(c, 20, 20, size, kBlack, pressure); });
+  /// What one dab of size 10 makes of the middle of a flat surface.
+  const auto middle = [](Color ground, auto dab) {
+    Sheet canvas(41, 41);
+    canvas.FilledBox(0, 0, 40, 40, ground);
+    dab(canvas, DabSizeOf(10));
+    EXPECT_EQ(canvas.GetPixel(20, 10), ground) << "the rim stays";
+    return Split(canvas.GetPixel(20, 20)).red;
   };
-  EXPECT_EQ(spray(100), 51);
-  EXPECT_EQ(spray(50), 221);
-  EXPECT_EQ(spray(0), 236);  // pressure 0 still paints
-  EXPECT_EQ(RedInTheMiddle(kBlack, [&](Canvas& c) { BrightenDab(c, 20, 20, size, false, 100); }), 204);
-  EXPECT_EQ(RedInTheMiddle(kWhite, [&](Canvas& c) { BrightenDab(c, 20, 20, size, true, 100); }), 51);
-  EXPECT_EQ(RedInTheMiddle(kWhite, [&](Canvas& c) { BrightenDab(c, 20, 20, size, false, 100); }), 255);
+  for (const auto& [pressure, red] : {std::pair{100, 51}, {50, 221}, {0, 236}})
+    EXPECT_EQ(middle(kWhite, [&](Canvas& c, DabSize size) { SprayDab(c, 20, 20, size, kBlack, pressure); }),
+              red);
+  EXPECT_EQ(middle(kBlack, [](Canvas& c, DabSize size) { BrightenDab(c, 20, 20, size, false, 100); }), 204);
+  EXPECT_EQ(middle(kWhite, [](Canvas& c, DabSize size) { BrightenDab(c, 20, 20, size, true, 100); }), 51);
 }
 
 TEST(Dabs, OfNoUseLeaveTheSurface) {
   Noise canvas(30, 30, 1);
   const Bitmap before = canvas.Image();
-  const Single beyond = 3e9F;
-  for (const DabSize size : {DabSizeOf(1), DabSizeOf(0), DabSizeOf(-7), DabSizeOf(5000)}) {
-    SprayDab(canvas, 15, 15, size, kInk, 100);
-    BrightenDab(canvas, 15, 15, size, false, 100);
-    BlurDab(canvas, 15, 15, size);
+  for (const double size : {1.0, 0.0, -7.0, 5000.0, 1e12}) {
+    SprayDab(canvas, 15, 15, DabSizeOf(size), kInk, 100);
+    BlurDab(canvas, 15, 15, DabSizeOf(size));
   }
   SprayDab(canvas, 15, 15, DabSizeOf(2), kInk, 100);    // the one ring is the rim
   SprayDab(canvas, 15, 15, DabSizeOf(10), kInk, 110);   // no way left to go
   SprayDab(canvas, 15, 15, DabSizeOf(10), kInk, 1e12);  // nor here
-  SprayDab(canvas, beyond, 15, DabSizeOf(10), kInk, 100);
-  BlurDab(canvas, 15, -beyond, DabSizeOf(10));
+  SprayDab(canvas, 3e9F, 15, DabSizeOf(10), kInk, 100);
+  BlurDab(canvas, 15, -3e9F, DabSizeOf(10));
   EXPECT_TRUE(canvas.Image() == before);
   Canvas nothing;
-  SprayDab(nothing, 0, 0, DabSizeOf(10), kInk, 100);
   BlurDab(nothing, 0, 0, DabSizeOf(10));
   EXPECT_TRUE(nothing.Image().IsEmpty());
 }
