@@ -1,6 +1,9 @@
 #include <QGuiApplication>
 #include <QMouseEvent>
 #include <QPaintEvent>
+#include <QPainter>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTemporaryDir>
 #include <QWidget>
 #include <algorithm>
@@ -221,6 +224,30 @@ void BM_PenStep(benchmark::State& state) {
   state.counters["ratio"] = steps.Thread() / floors.Thread();
 }
 
+/// A step of a pen `state.range(0)` wide within a floating selection of the whole picture, against one
+/// without.
+void BM_PenStepInSelection(benchmark::State& state) {
+  constexpr int kHalf = 500;
+  Sheet plain(kWidth, kHeight, kHalf, kViewHeight), sheet(kWidth, kHeight, kHalf, kViewHeight, kHalf + 60);
+  frmPaint& document = sheet.Document();
+  document.BufferSelected.SetPicture(Bitmap(kWidth, kHeight, ToPixel(kWhite)));
+  document.SelectArea.SetVisible(true);
+  document.RealignZoom(-1, -1);
+  RefreshPaintArea(document.Buffer);
+  UsePen(static_cast<int>(state.range(0)));
+  for (Sheet* one : {&plain, &sheet}) one->Press(PenPlace(0).x(), PenPlace(0).y());
+  Measured steps, floors;
+  int step = 1;
+  for (auto _ : state) {
+    const QPoint place = PenPlace(step++);
+    state.SetIterationTime(steps.Run(state, sheet, [&] { sheet.MoveTo(place.x(), place.y()); }));
+    floors.Run(state, plain, [&] { plain.MoveTo(place.x() + 1, place.y()); });
+  }
+  steps.Show(state);
+  state.counters["floor_ms"] = floors.Thread() * 1e3;
+  state.counters["ratio"] = steps.Thread() / floors.Thread();
+}
+
 /// The copy that a press makes for the undo, against copying as many bytes within touched memory.
 void BM_UndoCopy(benchmark::State& state) {
   LargeSheet sheet;
@@ -264,17 +291,74 @@ void BM_ZoomStep(benchmark::State& state) {
       state, sheet, [from] { frmControls->comboZoom.SetListIndex(from); }, [&] { sheet.ZoomTo(from); });
 }
 
-/// A step down at `state.range(0)` x 100 %.
+/// The toolkit's own scroll area with nothing but the picture in it, beside the main window.
+class BareScrollArea {
+ public:
+  BareScrollArea(const Bitmap& picture, int multiple) {
+    area_.setWidget(new Picture(picture, multiple));
+    area_.setFrameShape(QFrame::NoFrame);
+    area_.setGeometry(kMainWidth, 0, kViewWidth + area_.verticalScrollBar()->sizeHint().width(),
+                      kViewHeight + area_.horizontalScrollBar()->sizeHint().height());
+    area_.show();
+    DoEvents();
+  }
+  QScrollBar& Bar() { return *area_.verticalScrollBar(); }
+  void Update() {
+    QEvent request(QEvent::UpdateRequest);
+    QCoreApplication::sendEvent(&area_, &request);
+  }
+
+ private:
+  class Picture : public QWidget {
+   public:
+    Picture(const Bitmap& picture, int multiple)
+        : picture_(reinterpret_cast<const uchar*>(picture.Row(0)), picture.Width(), picture.Height(),
+                   QImage::Format_RGB32),
+          multiple_(multiple) {
+      setAttribute(Qt::WA_OpaquePaintEvent);
+      setFixedSize(picture_.size() * multiple);
+    }
+
+   private:
+    void paintEvent(QPaintEvent* event) override {
+      QPainter painter(this);
+      painter.setClipRegion(event->region());
+      painter.scale(multiple_, multiple_);
+      painter.drawImage(0, 0, picture_);
+    }
+    QImage picture_;
+    int multiple_;
+  };
+  QScrollArea area_;
+};
+
+/// A step down at `state.range(0)` x 100 %, against the same in a bare scroll area.
 void BM_ScrollStep(benchmark::State& state) {
   LargeSheet sheet;
-  sheet.ZoomTo(static_cast<int>(state.range(0)));
+  const int multiple = static_cast<int>(state.range(0));
+  sheet.ZoomTo(multiple);
   ScrollBar& bar = sheet.Document().VScroll1;
+  BareScrollArea bare(sheet.Document().Buffer.Image(), multiple);
   constexpr int16_t kStep = 24;
-  MeasureSteps(
-      state, sheet, [&] { bar.SetValue(static_cast<int16_t>(bar.Value() + kStep)); },
-      [&] {
-        if (bar.Value() + kStep > bar.Max()) bar.SetValue(0);
-      });
+  Measured steps;
+  std::vector<double> walls, bare_walls, bare_threads;
+  for (auto _ : state) {
+    walls.push_back(
+        steps.Run(state, sheet, [&] { bar.SetValue(static_cast<int16_t>(bar.Value() + kStep)); }));
+    state.SetIterationTime(walls.back());
+    QGuiApplication::sync();
+    const double start = WallSeconds(), thread_start = ratio::ThreadSeconds();
+    bare.Bar().setValue(bar.Value());
+    bare.Update();
+    bare_threads.push_back(ratio::ThreadSeconds() - thread_start);
+    QGuiApplication::sync();
+    bare_walls.push_back(WallSeconds() - start);
+    if (bar.Value() + kStep > bar.Max()) bar.SetValue(0), bare.Bar().setValue(0), bare.Update();
+  }
+  steps.Show(state);
+  state.counters["floor_ms"] = ratio::Median(bare_threads) * 1e3;
+  state.counters["ratio"] = steps.Thread() / ratio::Median(bare_threads);
+  state.counters["painted_ratio"] = ratio::Median(walls) / ratio::Median(bare_walls);
 }
 
 enum Ground { kBlank, kQuarterWalls, kThreshold, kHalfWalls, kSerpentine };
@@ -498,6 +582,7 @@ BENCHMARK(BM_DragSelection)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_DragSmallSelection)->UseManualTime()->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_CopyAll)->ArgName("fresh")->Arg(0)->Arg(1)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_PenStep)->ArgsProduct({{1, 20}, {1, 3}})->UseManualTime()->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_PenStepInSelection)->Arg(1)->Arg(20)->UseManualTime()->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_UndoCopy)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_FirstUndoCopy)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_Undo)->UseManualTime()->Unit(benchmark::kMillisecond);
