@@ -54,6 +54,8 @@ Form::Form(const std::string& name, Form* owner)
 
 Form::Form(const std::string& name, ChildHost& main) : Form(name, new QWidget) {
   widget_->setFocusPolicy(Qt::StrongFocus);
+  // Opaque: the window's frame needn't be painted beneath a control that moves.
+  widget_->setAutoFillBackground(true);
   engine_->PutInto(main);
 }
 
