@@ -218,51 +218,47 @@ TEST_F(Painting, ABandCoversExactlyWhatTheReleasePaints) {
   for (int z = 1; z <= 8; ++z) {
     ZoomTo(z);
     const QImage plain = View();
-    for (int band = 0; band < 4; ++band) {
-      SelectTool(band == 0 ? kPenTool : band == 3 ? kCircleTool : kRectangleTool);
-      frmControls->RoundCorners.SetValue(band == 2 ? 1 : 0);
+    const auto changed = [&] {
+      QImage image = View();
+      for (int y = 0; y < plain.height(); ++y)
+        for (int x = 0; x < plain.width(); ++x) image.setPixel(x, y, image.pixel(x, y) != plain.pixel(x, y));
+      return image;
+    };
+    for (const auto& [tool, corners] : std::initializer_list<std::pair<int16_t, int16_t>>{
+             {kPenTool, 0}, {kRectangleTool, 0}, {kRectangleTool, 1}, {kCircleTool, 0}}) {
+      SelectTool(tool);
+      frmControls->RoundCorners.SetValue(corners);
       // To every side, from and to every part of a pixel as it is shown.
       for (const QPoint to : {QPoint(55, 31), QPoint(21, 3), QPoint(5, 14), QPoint(30, 15), QPoint(0, 39)}) {
         Press(30 * z + to.x() % z, 15 * z + to.y() % z);
         MoveTo(to.x() * z + to.y() % z, to.y() * z);
-        const QImage held = View();
+        const QImage band = changed();
         Expect("while held");
         Release(to.x() * z + to.y() % z, to.y() * z);
-        const QImage painted = View();
-        for (int y = 0; y < plain.height(); ++y)
-          for (int x = 0; x < plain.width(); ++x)
-            ASSERT_EQ(held.pixel(x, y) != plain.pixel(x, y), painted.pixel(x, y) != plain.pixel(x, y))
-                << "band " << band << " at " << z << " to " << to.x() << ", " << to.y() << ": " << x << ", "
-                << y;
+        ASSERT_EQ(band, changed()) << "tool " << tool << " at " << z << " to " << to.x() << ", " << to.y();
         Undo_Click();
       }
     }
   }
 }
 
-TEST_F(Painting, AMarqueeRunsAlongTheInsideOfThePixelsThatItHolds) {
+TEST_F(Painting, AMarqueeRunsAlongTheInsideOfThePixelsThatItLifts) {
   Open();
-  frmPaint& document = Document();
+  SelectTool(kSelectAreaTool);
+  const PictureSurface& lifted = Document().BufferSelected;
   for (int z = 1; z <= 8; ++z) {
     ZoomTo(z);
+    Click(0, 0);
     const QImage plain = View();
     for (int part = 0; part < z; ++part) {
-      // Where a press at that part of column 7 begins, and a drag to column 29 ends; row 20 up to row 3.
-      const auto start = static_cast<Single>(7 * z + part + 0.49 - z / 2.0),
-                 down = start + static_cast<Single>(13 * z);
-      document.SelectArea.Move(start, static_cast<Single>(3 * z), static_cast<Single>(29 * z) - start,
-                               down - static_cast<Single>(3 * z));
-      document.BufferSelected.Move(start / z, 3, (29 * z - start) / z, (down - 3 * z) / z);
-      document.SelectArea.SetVisible(true);
+      Drag(7 * z + part, 20 * z + part, 29 * z + part, 3 * z + part);
       const QImage shown = View();
       QRect covered;
       for (int y = 0; y < plain.height(); ++y)
         for (int x = 0; x < plain.width(); ++x)
           if (shown.pixel(x, y) != plain.pixel(x, y)) covered |= QRect(x - 1, y - 1, 1, 1);
       EXPECT_EQ(covered, QRect(7 * z, 3 * z, 22 * z, 17 * z)) << z << ", " << part;
-      EXPECT_EQ(QRectF(document.BufferSelected.Left(), 3, document.BufferSelected.Width(), 17),
-                QRectF(7, 3, 22, 17));
-      document.SelectArea.SetVisible(false);
+      EXPECT_EQ(QRectF(lifted.Left(), lifted.Top(), lifted.Width(), lifted.Height()), QRectF(7, 3, 22, 17));
     }
   }
 }
