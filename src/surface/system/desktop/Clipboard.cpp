@@ -2,6 +2,7 @@
 
 #include <QBuffer>
 #include <QClipboard>
+#include <QDeadlineTimer>
 #include <QElapsedTimer>
 #include <QGuiApplication>
 #include <QImageWriter>
@@ -56,21 +57,21 @@ class BitmapOffer : public QMimeData {
   Bitmap bitmap_;
 };
 
-/// An owner that didn't answer.
-bool OwnerIsSilent = false;
+/// Until then an owner that didn't answer isn't asked again.
+QDeadlineTimer LeftAlone;
 
-/// What the owner offers; nothing from one that doesn't answer, who isn't asked again.
+/// What the owner offers; nothing from one that doesn't answer.
 QStringList OfferedFormats() {
-  constexpr qint64 kSilence = 1000;  // milliseconds
+  constexpr qint64 kSilence = 1000, kPatience = 30'000;  // milliseconds
   QClipboard* const clipboard = QGuiApplication::clipboard();
   static const auto watch =
-      QObject::connect(clipboard, &QClipboard::dataChanged, clipboard, [] { OwnerIsSilent = false; });
-  if (OwnerIsSilent) return {};
+      QObject::connect(clipboard, &QClipboard::dataChanged, clipboard, [] { LeftAlone = {}; });
+  if (!LeftAlone.hasExpired()) return {};
   QElapsedTimer waited;
   waited.start();
   const QMimeData* data = clipboard->mimeData();
   QStringList formats = data ? data->formats() : QStringList();
-  OwnerIsSilent = formats.isEmpty() && waited.elapsed() > kSilence;
+  if (formats.isEmpty() && waited.elapsed() > kSilence) LeftAlone.setRemainingTime(kPatience);
   return formats;
 }
 

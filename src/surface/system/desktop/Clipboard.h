@@ -5,8 +5,8 @@
 
 #include "surface/raster/Bitmap.h"
 
-/// The desktop's clipboard, for a bitmap and for text. An owner that doesn't answer costs a wait of seconds,
-/// once: until the clipboard changes hands it counts as empty.
+/// The desktop's clipboard, for a bitmap and for text. An owner that doesn't answer costs a wait of five
+/// seconds; then it counts as empty for half a minute, or until the clipboard changes hands.
 namespace zelvane::Clipboard {
 
 void Clear();
