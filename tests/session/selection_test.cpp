@@ -97,7 +97,13 @@ class Selection : public Session {
     const auto unit = [&](int pixel) {
       return pixel * multiple + static_cast<int>(random_() % static_cast<unsigned>(multiple));
     };
-    Drag(unit(from.x()), unit(from.y()), unit(to.x()), unit(to.y()));
+    Press(unit(from.x()), unit(from.y()));
+    MoveTo(unit((from.x() + to.x()) / 2), unit((from.y() + to.y()) / 2));
+    MoveTo(unit(to.x()), unit(to.y()));
+    // A marquee that is still being drawn has lifted nothing that could be exchanged, or that it would
+    // follow.
+    if (tool == kSelectAreaTool) Undo_Click(), Document().RealignZoom(-1, -1);
+    Release(unit(to.x()), unit(to.y()));
   }
   void Select(const QRect& area) {
     DragTool(kSelectAreaTool, area.topLeft(), area.bottomRight() + QPoint(1, 1));
@@ -256,6 +262,13 @@ TEST_F(Selection, CommandsActExactlyWhereTheyCan) {
   offer("image/png", "rubbish");
   EXPECT_EQ(Answering({"OK"}, Paste_Click).size(), 1u);
   EXPECT_EQ(Picture(Document().Buffer), Speckled(5, 4));
+  // Of the commands that change the picture, clearing alone doesn't mark it.
+  for (const auto& [command, marks] :
+       {std::pair(&ClearSelection_Click, false), {&Cut_Click, true}, {&Paste_Click, true}}) {
+    Document().SetDirtyFalse();
+    command();
+    EXPECT_EQ(Document().Dirty, marks);
+  }
 }
 
 TEST_F(Selection, ABoxThatTakesTypingKeepsTheClipboardsKeys) {
@@ -311,4 +324,16 @@ TEST_F(Selection, CropLooksWhereThePersonLet) {
   EXPECT_EQ(Document().Buffer.ScaleHeight(), 750);
   EXPECT_EQ(Document().HScroll1.Value(), Document().HScroll1.Max());
   EXPECT_EQ(Document().VScroll1.Value(), 0);
+}
+
+TEST_F(Selection, PasteLandsWhereTheViewBegins) {
+  Open(1600, 1200);
+  ZoomTo(2);
+  Select({1, 1, 7, 5});
+  Copy_Click();
+  Document().HScroll1.SetValue(100);
+  Document().VScroll1.SetValue(40);
+  Paste_Click();
+  EXPECT_EQ(Marquee(), QRect(100, 40, 14, 10));
+  EXPECT_EQ(Picture(Document().Buffer).copy(50, 20, 7, 5), Speckled(1600, 1200).copy(1, 1, 7, 5));
 }
