@@ -5,7 +5,8 @@ whole_program.py [--build FOLDER] [--runs N] [PART...], PART of startup, picture
 
 - startup: from the start of the process to the painted window, against an empty window with a menu bar.
 - picture: the same to a painted picture of 4000 by 3000 pixels, against a window that only shows it.
-- idle: the share of a core taken in ten seconds with a document open and nobody at the desk.
+- idle: the share of a core, and how often a second the program wakes, with a document open, the pointer at rest on it
+  and nobody at the desk, over thirty seconds.
 - memory: Pss with nothing open, with the picture open, and after a stroke of the pen.
 
 Runs of the two programs alternate, so that what else the machine does meets both. FOLDER holds the build with the
@@ -29,6 +30,7 @@ sys.path.insert(0, os.path.join(ROOT, "tests", "desk"))
 WIDTH, HEIGHT, MARK = 4000, 3000, 400
 MARK_COLOUR = "ff00ff"
 LONGEST = 60
+REST_SECONDS, REST = 30, 400
 
 
 # The pictures: a ramp with noise, and a square of the mark's colour at the top left, which every window shows first.
@@ -170,17 +172,28 @@ def on_a_desk(binary, work):
     return [float(number) for number in told.split()]
 
 
-def idle_share(build, path):
-    """% of a core over ten seconds."""
+def wakes(pid):
+    """How often the threads of a process have gone to sleep so far, which is how often they woke."""
+    count = 0
+    for thread in os.listdir(f"/proc/{pid}/task"):
+        with open(f"/proc/{pid}/task/{thread}/status", encoding="utf-8") as file:
+            count += sum(int(line.split()[1]) for line in file if line.startswith("voluntary_ctxt_switches"))
+    return count
+
+
+def at_rest(build, path):
+    """% of a core, and wake-ups a second."""
     def work(desk):
         program = desk.start(path)
         wait_for_colour(build)
+        desk.hand("mousemove", str(REST), str(REST))
         settle(program.process.pid)
-        before, began = stat_ticks(program.process.pid), time.monotonic()
-        time.sleep(10)
+        pid = program.process.pid
+        ticks, woken, began = stat_ticks(pid), wakes(pid), time.monotonic()
+        time.sleep(REST_SECONDS)
         seconds = time.monotonic() - began
-        ticks = stat_ticks(program.process.pid) - before
-        return [100 * ticks / os.sysconf("SC_CLK_TCK") / seconds]
+        share = (stat_ticks(pid) - ticks) / os.sysconf("SC_CLK_TCK") / seconds
+        return [100 * share, (wakes(pid) - woken) / seconds]
     return work
 
 
@@ -270,9 +283,10 @@ def main():
         finally:
             screen.end()
         if "idle" in parts:
-            ours = on_a_desk(build.ours, idle_share(build, pictures["png"]))
-            bare = on_a_desk(build.picture, idle_share(build, pictures["png"]))
-            report("idle with a document, of a core", "%", *ours, *bare)
+            ours = on_a_desk(build.ours, at_rest(build, pictures["png"]))
+            bare = on_a_desk(build.picture, at_rest(build, pictures["png"]))
+            for row, unit, mine, other in zip(("of a core", "wake-ups"), ("%", "/s"), ours, bare):
+                report(f"idle with a document, {row}", unit, mine, other)
         if "memory" in parts:
             empty, opened, painted = on_a_desk(build.ours, memory_of_ours(build, pictures["png"]))
             bare_empty = on_a_desk(build.window, memory_of_bare(build, []))[0]
