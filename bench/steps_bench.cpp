@@ -18,7 +18,7 @@
 
 #include "Ratio.h"
 #include "colour/ColorPanel.h"
-#include "document/window/frmPaint.h"
+#include "document/window/MakeDocument.h"
 #include "imageops/Undo.h"
 #include "selection/Selection.h"
 #include "selection/SelectionCommands.h"
@@ -107,10 +107,7 @@ class Sheet {
 };
 
 Sheet::Sheet(int width, int height, int view_width, int view_height, Single left)
-    : document_(*new frmPaint), counter_(*document_.PaintArea.Widget()) {
-  document_.Buffer.SetPicture(Bitmap(width, height, ToPixel(kWhite)));
-  document_.SizePaintArea();
-  document_.Show();
+    : document_(MakeDocument(width, height, kWhite, {"Sheet", ""})), counter_(*document_.PaintArea.Widget()) {
   document_.Move(left * kTwips, 0);
   document_.SetWidth((static_cast<Single>(view_width) + document_.VScroll1.Width()) * kTwips);
   document_.SetHeight((static_cast<Single>(view_height) + document_.HScroll1.Height()) * kTwips);

@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "colour/ColorRamp.h"
+#include "document/layers/ImageDocument.h"
 #include "shell/state/State.h"
 #include "surface/forms/controls/Events.h"
 #include "surface/raster/FailingStep.h"
@@ -172,7 +173,12 @@ void ApplyColorNumbers() {
 }
 
 void SyncDocumentColors() {
-  FireEvent(ColorPanel->OnSyncDocumentColors);
+  ImageDocument* document = ActiveDocument();
+  if (!document) return;
+  const Color foreground = ColorPanel->SelColor[0].BackColor();
+  document->Buffer.SetForeColor(foreground);
+  document->TextInput.SetForeColor(foreground);
+  document->TextInput.SetBackColor(ColorPanel->SelColor[1].BackColor());
 }
 
 void ColorScroll_MouseDown(int16_t, Single X) {

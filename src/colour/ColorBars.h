@@ -6,8 +6,8 @@
 
 namespace zelvane {
 
-/// Makes the panel's controls do what they are for. Called once the panel stands; what a higher floor has to
-/// do with the colours it puts into `OnSyncDocumentColors` and `OnEditColor`.
+/// Makes the panel's controls do what they are for. Called once the panel stands; the dialog of a higher
+/// floor goes into `OnEditColor`.
 void WireColorPanel();
 
 /// Brings markers, numbers, the selected label and the bars in line after a change of a colour: from the
@@ -21,7 +21,7 @@ void PaintGradient();
 void PaintColorBar(RampSurface& surface, const Color& left, const Color& right);
 /// Takes the three numbers into the selected colour; those above 255 count as 255.
 void ApplyColorNumbers();
-/// Has the open document follow the current colours.
+/// Has the active document, if there is one, follow the current colours.
 void SyncDocumentColors();
 
 // Pointer positions are in pixels of what was pressed.

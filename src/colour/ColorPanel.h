@@ -51,8 +51,6 @@ struct ColorPanelControls {
   bool ColorDragging = false;  ///< a marker is being dragged
   int16_t ColorDragX = 0;      ///< pixels from the corner of what was pressed
 
-  /// The current colours have changed, and an open document is to follow.
-  std::function<void()> OnSyncDocumentColors;
   /// The user wants to edit `SelColor[Index]` in the colour dialog.
   std::function<void(int16_t Index)> OnEditColor;
 

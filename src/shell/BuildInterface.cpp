@@ -5,6 +5,7 @@
 #include "colour/ColorBars.h"
 #include "document/layers/InfoPanel.h"
 #include "document/layers/ReadOuts.h"
+#include "imageops/ProgressDisplay.h"
 #include "shell/MainForm.h"
 #include "surface/system/files/Files.h"
 #include "tools/OptionBars.h"
@@ -17,15 +18,15 @@ namespace {
 
 constexpr Single kBarLeft = 5, kBarTop = 3;
 
-/// Panels that follow the window's width draw their edge anew.
-void KeepEdgeAcross(PictureSurface& panel) {
-  DrawEdgeAcross(panel);
-  panel.OnResize = [&panel] { DrawEdgeAcross(panel); };
+void DrawRaisedEdge(PictureSurface& panel) {
+  DrawButtonLook(panel, ButtonLook::Hover);
 }
 
+/// Panels that follow the window's width draw their edge anew.
 void DrawPanelEdges(MainWindow& window) {
   DrawEdgeAcross(ToolButtons->ColorsBg);
-  KeepEdgeAcross(window.TopBar);
+  DrawEdgeAcross(window.TopBar);
+  window.TopBar.OnResize = [&window] { DrawEdgeAcross(window.TopBar); };
   DrawEdgeDown(ReadOuts->CoordsInfo, 0);
 }
 
@@ -64,8 +65,12 @@ void LoadEffectsList(MainMenu& menus) {
 }
 
 void DrawRaisedButtons() {
-  for (PictureSurface* button : {&frmControls->CmdFont, &frmControls->CmdFontStyle})
-    DrawButtonLook(*button, ButtonLook::Hover);
+  for (PictureSurface* button : {&frmControls->CmdFont, &frmControls->CmdFontStyle}) DrawRaisedEdge(*button);
+}
+
+void DrawProgressEdge() {
+  DrawRaisedEdge(Progress->ProcessBg);
+  Progress->ProcessBg.OnResize = [] { DrawRaisedEdge(Progress->ProcessBg); };
 }
 
 }  // namespace
@@ -78,7 +83,7 @@ void BuildInterface(MainWindow& window) {
   LoadEffectsList(window.Menus);
   FillOptions();
   DrawRaisedButtons();
-  KeepEdgeAcross(window.ProcessBg);
+  DrawProgressEdge();
   ColorPanel->SelColor[0].SetBackColor(kBlack);
   ColorPanel->SelColor[1].SetBackColor(kWhite);
   PaintGradient();

@@ -11,7 +11,8 @@ int main(int argc, char** argv) {
     if (i > 1) tail += ' ';
     tail += argv[i];
   }
-  if (!zelvane::Main(tail)) return 1;
+  const zelvane::StartResult start = zelvane::Main(tail);
+  if (start != zelvane::StartResult::Running) return static_cast<int>(start);
   const int code = application.Run();
   zelvane::DestroyForms();
   return code;

@@ -1,18 +1,16 @@
 #include "shell/Main.h"
 
-#include "shell/MainForm.h"
+#include "shell/LoadMainForm.h"
 #include "shell/state/Settings.h"
 #include "shell/state/State.h"
-#include "surface/forms/windows/Application.h"
-#include "surface/system/desktop/Clock.h"
+#include "surface/forms/windows/EventLoop.h"
+#include "surface/raster/FailingStep.h"
 #include "surface/system/desktop/Programs.h"
 #include "surface/system/files/Files.h"
 #include "surface/system/files/PictureFile.h"
 
 namespace zelvane {
 namespace {
-
-constexpr double kSecondsOfDay = 24 * 60 * 60;
 
 void FindSiblings() {
   State.SabriqueWindow = FindWindowByTitle(" Sabrique");
@@ -44,7 +42,7 @@ bool IsNTPlatform() {
   return true;
 }
 
-bool Main(const std::string& tail) {
+StartResult Main(const std::string& tail) {
   SurviveFileSizeLimit();
   State.CommandLine = PathFromCommandLine(tail);
   WriteSetting("CommandLine2", State.CommandLine);
@@ -59,14 +57,12 @@ bool Main(const std::string& tail) {
   State.ShowSplash =
       ReadNumber("ShowSplashScreen", 1) == 1.0 && State.SabriqueWindow == 0 && State.KorvathWindow == 0;
   State.TempPath = FetchTempPath();
-  MainForm->MDIForm_Load();
-  return true;
+  return Attempt(MDIForm_Load) ? StartResult::Running : StartResult::Failed;
 }
 
-/// Past midnight the clock starts anew, which ends the wait.
 void WaitSeconds(int16_t seconds) {
-  const double start = Timer(), end = start + seconds;
-  for (double now = start; now >= start && now < end && end < kSecondsOfDay; now = Timer()) DoEvents();
+  constexpr int kMilliseconds = 1000;
+  RunEventsUntil([] { return false; }, seconds * kMilliseconds);
 }
 
 }  // namespace zelvane

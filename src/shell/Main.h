@@ -5,9 +5,16 @@
 
 namespace zelvane {
 
-/// Prepares the program's state and shows the main window. `tail` is the whole command line behind the
-/// program's name. False: the program can't run.
-bool Main(const std::string& tail);
+/// How a start ended; the exit status of a program that goes no further.
+enum class StartResult : int {
+  Running = 0,     ///< the main window is up
+  Failed = 1,      ///< the program can't run
+  HandedOver = 2,  ///< another instance runs already, and has been given the picture
+};
+
+/// Prepares the program's state and shows the main window with the picture that `tail`, the whole command
+/// line behind the program's name, tells.
+StartResult Main(const std::string& tail);
 
 /// The command line's tail as a picture's path: without a quote at either end, and absolute.
 std::string PathFromCommandLine(const std::string& tail);
@@ -15,7 +22,7 @@ std::string PathFromCommandLine(const std::string& tail);
 /// The platform keeps a desktop and a documents folder for each user, as this one always does.
 bool IsNTPlatform();
 
-/// Lets pending events run until the clock has moved on by so many seconds.
+/// Lets events run for so many seconds, asleep while there are none. Midnight makes no difference.
 void WaitSeconds(int16_t seconds);
 
 }  // namespace zelvane

@@ -2,16 +2,15 @@
 
 #include <algorithm>
 
-#include "colour/ColorBars.h"
+#include "colour/ColorPanel.h"
 #include "document/layers/InfoPanel.h"
 #include "document/layers/ReadOuts.h"
-#include "shell/BuildInterface.h"
-#include "shell/MenuEvents.h"
-#include "shell/Wiring.h"
-#include "shell/frmMonitor.h"
-#include "shell/state/RecentFiles.h"
+#include "imageops/ProgressDisplay.h"
 #include "shell/state/Settings.h"
+#include "shell/state/State.h"
 #include "surface/forms/windows/Application.h"
+#include "surface/raster/Units.h"
+#include "surface/system/desktop/Screen.h"
 #include "tools/SelectTool.h"
 #include "tools/Selector.h"
 #include "tools/ToolButtons.h"
@@ -20,9 +19,10 @@
 namespace zelvane {
 namespace {
 
-constexpr double kSmallestWidth = 9600, kSmallestHeight = 6780;  // twips
-constexpr int kHoverInterval = 50;                               // milliseconds
-constexpr Single kTopBarHeight = 32, kLeftBarWidth = 66, kRightBarWidth = 150, kProcessHeight = 24;  // pixels
+constexpr double kSmallestWidth = 9600, kSmallestHeight = 6780;                 // twips
+constexpr double kMenuWidth = 6000, kTitleAndMenuHeight = 900;                  // twips, with some to spare
+constexpr int kHoverInterval = 50;                                              // milliseconds
+constexpr Single kTopBarHeight = 32, kLeftBarWidth = 66, kRightBarWidth = 150;  // pixels
 
 void DockPanel(PictureSurface& panel, Align align, Single size) {
   if (align == Align::Top || align == Align::Bottom)
@@ -33,16 +33,6 @@ void DockPanel(PictureSurface& panel, Align align, Single size) {
   panel.SetAlign(align);
 }
 
-void ConfigureMessages() {
-  MessageObject.SetBackColorBody(kWhite);
-  MessageObject.SetGradientPaint(true);
-  MessageObject.SetHeadingType(1);
-  MessageObject.SetMoveable(true);
-  MessageObject.SetTextAlignment(kAlignCentre);
-  MessageObject.SetDefaultTitle("Zelvane");
-  MessageObject.SetStartUpPosition(kCentredOnWindow);
-}
-
 }  // namespace
 
 MainWindow::MainWindow()
@@ -50,10 +40,6 @@ MainWindow::MainWindow()
       TopBar(*this, "TopBar"),
       LeftBar(*this, "LeftBar"),
       RightBar(*this, "RightBar"),
-      ProcessBg(*this, "ProcessBg"),
-      lblProcessing(ProcessBg, "lblProcessing", "Processing:"),
-      Process(ProcessBg, "Process"),
-      ProcessBar(Process, "ProcessBar"),
       Menus(*this),
       CmdTimer(kHoverInterval, IntervalTimer::Runs::WithPointer) {
   SetCaption(" Zelvane");
@@ -61,12 +47,7 @@ MainWindow::MainWindow()
   DockPanel(TopBar, Align::Top, kTopBarHeight);
   DockPanel(LeftBar, Align::Left, kLeftBarWidth);
   DockPanel(RightBar, Align::Right, kRightBarWidth);
-  DockPanel(ProcessBg, Align::Bottom, kProcessHeight);
-  ProcessBg.SetVisible(false);
-  lblProcessing.Move(8, 0, 80, kProcessHeight);
-  Process.Move(92, 4, 100, kProcessHeight - 8);
-  ProcessBar.SetBackColor(SystemColor::ActiveCaption);
-  ProcessBar.Move(0, 0, 1, kProcessHeight - 8);
+  Progress = std::make_unique<ProgressControls>(*this);
   ToolButtons = std::make_unique<ToolButtonControls>(LeftBar);
   ReadOuts = std::make_unique<ReadOutControls>(TopBar);
   ColorPanel = std::make_unique<ColorPanelControls>(RightBar);
@@ -79,35 +60,7 @@ MainWindow::~MainWindow() {
   ColorPanel.reset();
   ReadOuts.reset();
   ToolButtons.reset();
-}
-
-void MainWindow::WireEvents() {
-  OnResize = [this] { MDIForm_Resize(); };
-  OnQueryUnload = [this](bool& Cancel, UnloadModes) { MDIForm_QueryUnload(Cancel); };
-  Desktop.OnSettingChanged = [this] { SettingsChanged(); };
-  Recent.OnLoaded = ShowRecentList;
-  CmdTimer.OnTimer = [] { ToolButtons->Cmd.Hover(State.ToolButtonDown); };
-  WirePanels(*this);
-}
-
-void MainWindow::MDIForm_Load() {
-  RestoreWindowPlace();
-  if (ReadSetting("ZelvaneMaximized", "No") == "Yes") SetWindowState(kMaximised);
-  MeasureTitle();
-  SetColorBars();
-  ConfigureMessages();
-  BuildInterface(*this);
-  WireEvents();
-  SelectTool(kCursorTool);
-  SelectOption(0);
-  SelectOption3(0);
-  SelectOption4(0);
-  LoadRecentList();
-  State.ShowSplash = false;
-  Show();
-  MDIForm_Resize();
-  CmdTimer.SetEnabled(true);
-  frmMonitor->Form_Activate();
+  Progress.reset();
 }
 
 void MainWindow::RestoreWindowPlace() {
@@ -120,8 +73,17 @@ void MainWindow::RestoreWindowPlace() {
   restore("ZelvaneHeight", kSmallestHeight, [this](Single height) { SetHeight(height); });
   restore("ZelvaneLeft", left, [this](Single x) { SetLeft(x); });
   restore("ZelvaneTop", top, [this](Single y) { SetTop(y); });
+  PutOnScreen();
   RestoredHeight = Height();
   RestoredWidth = Width();
+}
+
+/// A screen may be gone since: the strip of title bar and menus comes back onto one that is there.
+void MainWindow::PutOnScreen() {
+  const Screen::Area strip = {Left(), Top(), std::min<double>(Width(), kMenuWidth), kTitleAndMenuHeight};
+  const Screen::Area reached = Screen::BroughtOnto(Screen::WorkAreas(), strip);
+  SetLeft(static_cast<Single>(reached.left));
+  SetTop(static_cast<Single>(reached.top));
 }
 
 /// Title bars belong to the window manager, outside of what a window measures.
@@ -132,14 +94,15 @@ void MainWindow::MeasureTitle() {
 void MainWindow::MDIForm_Resize() {
   if (WindowState() != kMinimised && !NoteSize()) return;
   PlaceReadOuts();
-  Process.SetWidth(ProcessBg.Width() - Process.Left());
+  Progress->Process.SetWidth(Progress->ProcessBg.Width() - Progress->Process.Left());
 }
 
 /// False where the window was too small and has been set right, which comes here again.
 bool MainWindow::NoteSize() {
   if (WindowState() != kMaximised) {
-    State.MainFrameHeight = static_cast<int32_t>(Height() - ScaleHeight());
-    State.MainFrameWidth = static_cast<int32_t>(Width() - ScaleWidth());
+    // The panels stand in pixels, and so is the inside told.
+    State.MainFrameHeight = static_cast<int32_t>(Height() - ScaleHeight() * kTwipsPerPixel);
+    State.MainFrameWidth = static_cast<int32_t>(Width() - ScaleWidth() * kTwipsPerPixel);
     if (LastWindowState != kMaximised) {
       if (Width() < kSmallestWidth) return SetWidth(kSmallestWidth), false;
       if (Height() < kSmallestHeight) return SetHeight(kSmallestHeight), false;
@@ -151,7 +114,7 @@ bool MainWindow::NoteSize() {
   return true;
 }
 
-void MainWindow::SettingsChanged() {
+void MainWindow::Desktop_SettingsChanged() {
   if (WindowState() == kMaximised) return;
   if (WindowState() == kMinimised) SetWindowState(kNormal);
   const double height = Desktop.WorkAreaHeight(), width = Desktop.WorkAreaWidth();

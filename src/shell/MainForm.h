@@ -2,7 +2,6 @@
 
 #include "components/SysInfo.h"
 #include "shell/MainMenu.h"
-#include "surface/forms/controls/Label.h"
 #include "surface/forms/controls/Timer.h"
 #include "surface/forms/picture/PictureSurface.h"
 
@@ -18,26 +17,23 @@ class MainWindow final : public MdiForm {
   double RestoredHeight = 0, RestoredWidth = 0;  ///< twips, the last size neither minimised nor maximised
 
   PictureSurface TopBar, LeftBar, RightBar;
-  PictureSurface ProcessBg;  ///< the progress display, hidden
-  Label lblProcessing;
-  PictureSurface Process, ProcessBar;
   MainMenu Menus;
   SysInfo Desktop;
   IntervalTimer CmdTimer;
 
-  /// Builds the interface up to the first documents.
-  void MDIForm_Load();
-
- private:
-  void MDIForm_Resize();
-  void MDIForm_QueryUnload(bool& Cancel);
-  void SettingsChanged();
+  /// Takes the stored place, brought back to the screens that there are.
   void RestoreWindowPlace();
   void MeasureTitle();
+  void MDIForm_Resize();
+  void MDIForm_QueryUnload(bool& Cancel);
+  /// The desktop's settings changed: the window isn't larger than the work area.
+  void Desktop_SettingsChanged();
+
+ private:
+  void PutOnScreen();
   bool NoteSize();
   bool CloseDocuments();
   void KeepWindowPlace();
-  void WireEvents();
 };
 
 inline SingleWindow<MainWindow> MainForm;

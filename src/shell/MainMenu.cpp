@@ -1,13 +1,5 @@
 #include "shell/MainMenu.h"
 
-#include "document/window/OpenPicture.h"
-#include "document/window/SavePicture.h"
-#include "imageops/Undo.h"
-#include "selection/SelectionCommands.h"
-#include "selection/clipboard/Paste.h"
-#include "shell/MenuEvents.h"
-#include "shell/state/RecentFiles.h"
-
 namespace zelvane {
 namespace {
 
@@ -73,35 +65,6 @@ MainMenu::MainMenu(MdiForm& window)
        {&split009, &InvertImage, &GreyScalemenu, &Effects, &mnuFile2, &mnuFile3, &mnuFile4, &mnuFile5})
     hidden->SetVisible(false);
   Window.SetWindowList(true);
-  WireEvents();
-}
-
-void MainMenu::WireEvents() {
-  File.OnClick = File_Click;
-  FileOpen.OnClick = FileOpen_Click;
-  Close.OnClick = Close_Click;
-  Save.OnClick = Save_Click;
-  SaveAs.OnClick = SaveAs_Click;
-  Manager.OnClick = Manager_Click;
-  Splash.OnClick = Splash_Click;
-  Exit.OnClick = Exit_Click;
-  Edit.OnClick = Edit_Click;
-  Undo.OnClick = Undo_Click;
-  Cut.OnClick = Cut_Click;
-  Copy.OnClick = Copy_Click;
-  Paste.OnClick = Paste_Click;
-  SelectAll.OnClick = SelectAll_Click;
-  ClearSelection.OnClick = ClearSelection_Click;
-  Image.OnClick = Image_Click;
-  ArrHorizontal.OnClick = ArrHorizontal_Click;
-  ArrVertival.OnClick = ArrVertival_Click;
-  Cascade.OnClick = Cascade_Click;
-  const auto entries = RecentEntries();
-  for (size_t i = 0; i < entries.size(); ++i)
-    entries[i]->OnClick = [i] {
-      const std::string path = Recent.RecentFiles[i];
-      if (!path.empty()) OpenRecentFile(path);
-    };
 }
 
 }  // namespace zelvane

@@ -27,9 +27,6 @@ struct MainMenu {
 
   /// `mnuFile1` to `mnuFile5`.
   std::array<Menu*, 5> RecentEntries() { return {&mnuFile1, &mnuFile2, &mnuFile3, &mnuFile4, &mnuFile5}; }
-
- private:
-  void WireEvents();
 };
 
 }  // namespace zelvane

@@ -1,8 +1,11 @@
 #include "shell/MenuEvents.h"
 
 #include "document/window/OpenPicture.h"
+#include "document/window/SavePicture.h"
+#include "imageops/Undo.h"
+#include "selection/SelectionCommands.h"
+#include "selection/clipboard/Paste.h"
 #include "shell/MainForm.h"
-#include "shell/state/RecentFiles.h"
 #include "shell/state/Settings.h"
 #include "shell/state/State.h"
 #include "surface/forms/windows/Application.h"
@@ -19,7 +22,40 @@ bool SplashIsOn() {
   return ReadNumber("ShowSplashScreen", 1) == 1.0;
 }
 
+void WireRecentEntries(MainMenu& menu) {
+  const auto entries = menu.RecentEntries();
+  for (size_t i = 0; i < entries.size(); ++i)
+    entries[i]->OnClick = [i] {
+      const std::string path = State.RecentFiles[i];
+      if (!path.empty()) OpenRecentFile(path);
+    };
+  State.OnRecentFilesRead = ShowRecentList;
+}
+
 }  // namespace
+
+void WireMenus(MainMenu& menu) {
+  menu.File.OnClick = File_Click;
+  menu.FileOpen.OnClick = FileOpen_Click;
+  menu.Close.OnClick = Close_Click;
+  menu.Save.OnClick = Save_Click;
+  menu.SaveAs.OnClick = SaveAs_Click;
+  menu.Manager.OnClick = Manager_Click;
+  menu.Splash.OnClick = Splash_Click;
+  menu.Exit.OnClick = Exit_Click;
+  menu.Edit.OnClick = Edit_Click;
+  menu.Undo.OnClick = Undo_Click;
+  menu.Cut.OnClick = Cut_Click;
+  menu.Copy.OnClick = Copy_Click;
+  menu.Paste.OnClick = Paste_Click;
+  menu.SelectAll.OnClick = SelectAll_Click;
+  menu.ClearSelection.OnClick = ClearSelection_Click;
+  menu.Image.OnClick = Image_Click;
+  menu.ArrHorizontal.OnClick = ArrHorizontal_Click;
+  menu.ArrVertival.OnClick = ArrVertival_Click;
+  menu.Cascade.OnClick = Cascade_Click;
+  WireRecentEntries(menu);
+}
 
 void File_Click() {
   MainMenu& menu = MainForm->Menus;
@@ -90,12 +126,12 @@ void Cascade_Click() {
 void ShowRecentList() {
   const auto entries = MainForm->Menus.RecentEntries();
   for (size_t i = 0; i < entries.size(); ++i) {
-    const std::string& path = Recent.RecentFiles[i];
+    const std::string& path = State.RecentFiles[i];
     entries[i]->SetCaption(path.empty() ? ";File" + std::to_string(i + 1) : NameOf(path));
     entries[i]->SetEnabled(!path.empty());
     if (i > 0) entries[i]->SetVisible(!path.empty());
   }
-  MainForm->Menus.mnuRecent.SetEnabled(Recent.RecentCount >= 1);
+  MainForm->Menus.mnuRecent.SetEnabled(State.RecentCount >= 1);
 }
 
 }  // namespace zelvane

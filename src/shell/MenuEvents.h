@@ -2,6 +2,11 @@
 
 namespace zelvane {
 
+struct MainMenu;
+
+/// Gives every entry its routine.
+void WireMenus(MainMenu& menu);
+
 // A top menu is about to open: which of its entries can act.
 void File_Click();
 void Edit_Click();

@@ -1,8 +1,8 @@
 #include "shell/Wiring.h"
 
 #include "colour/ColorBars.h"
+#include "document/layers/ImageDocument.h"
 #include "document/window/Clear.h"
-#include "document/window/frmPaint.h"
 #include "shell/MainForm.h"
 #include "tools/OptionBars.h"
 #include "tools/Options.h"
@@ -13,20 +13,12 @@
 namespace zelvane {
 namespace {
 
-void ShowCurrentColors() {
-  ImageDocument* document = ActiveDocument();
-  if (!document) return;
-  document->Buffer.SetForeColor(ColorPanel->SelColor[0].BackColor());
-  document->TextInput.SetForeColor(ColorPanel->SelColor[0].BackColor());
-  document->TextInput.SetBackColor(ColorPanel->SelColor[1].BackColor());
-}
-
 void ShowBrush() {
-  if (frmPaint* document = ActiveWindow()) document->ShowReach();
+  if (ImageDocument* document = ActiveDocument()) document->ShowReach();
 }
 
 void comboZoom_Click() {
-  if (frmPaint* document = ActiveWindow()) document->ChangeZoomFactor();
+  if (ImageDocument* document = ActiveDocument()) document->ChangeZoomFactor();
 }
 
 template <class Select>
@@ -61,7 +53,6 @@ void WirePanels(MainWindow& window) {
   WireTools();
   WireSliderKeys(window);
   WireColorPanel();
-  ColorPanel->OnSyncDocumentColors = ShowCurrentColors;
 }
 
 }  // namespace zelvane

@@ -1,14 +1,12 @@
 #include "session/Session.h"
 
 #include <QApplication>
-#include <QDialog>
 #include <QDir>
 #include <QPushButton>
 #include <QTest>
 
 #include "shell/Main.h"
 #include "shell/MainForm.h"
-#include "shell/state/RecentFiles.h"
 #include "surface/forms/windows/Application.h"
 #include "ui/MessageBox.h"
 
@@ -51,12 +49,11 @@ Session::~Session() {
   for (Form* form : std::vector<Form*>(Forms()))
     if (auto* document = dynamic_cast<ImageDocument*>(form)) document->SetDirtyFalse();
   DestroyForms();
-  Recent = RecentList{};
 }
 
 void Session::Start(const std::string& tail) {
   DestroyForms();  // a run that came before ends here
-  ASSERT_TRUE(Main(tail));
+  ASSERT_EQ(Main(tail), StartResult::Running);
   DoEvents();
 }
 
@@ -111,7 +108,7 @@ std::vector<std::string> Session::Answering(std::vector<std::string> answers,
 }
 
 frmPaint& Session::Document() {
-  return *ActiveWindow();
+  return dynamic_cast<frmPaint&>(*ActiveDocument());
 }
 
 QImage Session::Picture(const Canvas& layer) {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QDialog>
 #include <QImage>
 #include <QString>
 #include <QTemporaryDir>

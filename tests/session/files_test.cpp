@@ -1,12 +1,16 @@
+#include <QApplication>
 #include <QDir>
 #include <QFile>
-#include <QFileInfo>
+#include <QFileDialog>
+#include <QTimer>
 #include <map>
 
+#include "document/window/MakeDocument.h"
 #include "document/window/OpenPicture.h"
 #include "document/window/SavePicture.h"
 #include "session/Session.h"
 #include "shell/MainForm.h"
+#include "shell/MenuEvents.h"
 #include "shell/state/RecentFiles.h"
 #include "shell/state/Settings.h"
 #include "tools/SelectTool.h"
@@ -54,7 +58,7 @@ TEST_F(Files, ThePictureOfTheCommandLineOpens) {
   EXPECT_EQ(Document().Caption(), path + " - 100%");
   EXPECT_EQ(Document().Buffer.Tag(), path);
   EXPECT_FALSE(Document().Dirty);
-  EXPECT_EQ(Recent.RecentFiles[0], path);
+  EXPECT_EQ(State.RecentFiles[0], path);
   EXPECT_EQ(MainForm->Menus.mnuFile1.Caption(), "a b.png");
 }
 
@@ -84,7 +88,46 @@ TEST_F(Files, WhatCannotBeReadLeavesTheProgramAsItWas) {
     EXPECT_EQ(told, std::vector<std::string>{kFailure}) << name;
     EXPECT_EQ(ActiveDocument(), nullptr) << name;
   }
-  EXPECT_EQ(Recent.RecentCount, 0);
+  EXPECT_EQ(State.RecentCount, 0);
+}
+
+TEST_F(Files, ADocumentNeedsNoFile) {
+  Start();
+  const frmPaint& blank = MakeDocument(30, 20, RGB(1, 2, 3), {"Untitled", ""});
+  EXPECT_EQ(blank.Caption(), "Untitled - 100%");
+  EXPECT_EQ(blank.Buffer.ScaleHeight(), 20);
+  EXPECT_EQ(blank.Buffer.Point(29, 19), RGB(1, 2, 3));
+  EXPECT_EQ(blank.Buffer.BackColor(), RGB(1, 2, 3));
+  EXPECT_EQ(blank.PaintArea.Width(), 32);
+  EXPECT_FALSE(blank.Dirty);
+  EXPECT_EQ(blank.Buffer.Tag(), "");
+  const frmPaint& kept = MakeDocument(Bitmap(8, 9, 0), {"a", "/a"}, DocumentPlace{450, 600});
+  EXPECT_EQ(ActiveDocument(), &kept);
+  EXPECT_EQ(kept.Buffer.Tag(), "/a");
+  EXPECT_EQ(kept.Left(), 450);
+  EXPECT_EQ(kept.Top(), 600);
+  EXPECT_THROW(MakeDocument(40000, 1, kWhite, {"too wide", ""}), SurfaceTooLarge);
+  EXPECT_EQ(MainForm->Children().size(), 2u);
+}
+
+TEST_F(Files, TheOpenDialogComesBackOnItsFilterAlsoAfterACancel) {
+  Start();
+  expects_dialogs_ = true;
+  const auto filter_shown = [](int next) {
+    std::string shown;
+    QTimer::singleShot(0, [&] {
+      auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+      shown = dialog->selectedNameFilter().toStdString();
+      dialog->selectNameFilter(dialog->nameFilters().at(next));
+      dialog->reject();
+    });
+    FileOpen_Click();
+    return shown.substr(0, 3);
+  };
+  EXPECT_EQ(filter_shown(2), "All");
+  EXPECT_EQ(State.OpenFilterIndex, 2);
+  EXPECT_EQ(filter_shown(0), "GIF");
+  EXPECT_EQ(State.OpenFilterIndex, 0);
 }
 
 TEST_F(Files, SavingWritesABitmapThatReadsBackEqual) {
@@ -108,7 +151,7 @@ TEST(SaveTypes, FollowTheEnding) {
                                                    {kSaveIcon, {"ico"}}})
     for (const std::string& ending : endings) {
       SetSaveType("/a.gif/b." + ending);
-      EXPECT_EQ(SaveType, type) << ending;
+      EXPECT_EQ(State.SaveType, type) << ending;
     }
 }
 
@@ -136,6 +179,9 @@ TEST_F(Files, ClosingAChangedDocumentAsks) {
   EXPECT_EQ(Answering({"No"}, [&] { EXPECT_TRUE(document.Unload()); }).size(), 1u);
   EXPECT_EQ(Bytes("a.bmp"), before);
   frmPaint& other = OpenChanged("b.bmp");
+  OpenPicture(PathOf("a.bmp"));
+  EXPECT_EQ(Answering({"Cancel"}, [&] { EXPECT_FALSE(other.Unload()); }).size(), 1u);
+  EXPECT_EQ(ActiveDocument(), &other) << "the question's document comes to the front";
   other.Buffer.Cls();
   const QImage cleared = Picture(other.Buffer);
   EXPECT_EQ(Answering({"Yes"}, [&] { EXPECT_TRUE(other.Unload()); }).size(), 1u);
@@ -170,18 +216,18 @@ TEST_F(Files, TheExitStopsAtTheDocumentThatRefuses) {
 
 TEST_F(Files, TheRecentListShiftsAndIgnoresCase) {
   for (const char* name : {"/1", "/2", "/3", "/4", "/5", "/6"}) AddToRecentList(name);
-  EXPECT_EQ(Recent.RecentFiles, (std::array<std::string, 5>{"/6", "/5", "/4", "/3", "/2"}));
+  EXPECT_EQ(State.RecentFiles, (std::array<std::string, 5>{"/6", "/5", "/4", "/3", "/2"}));
   AddToRecentList("/4");
-  EXPECT_EQ(Recent.RecentFiles, (std::array<std::string, 5>{"/4", "/6", "/5", "/3", "/2"}));
+  EXPECT_EQ(State.RecentFiles, (std::array<std::string, 5>{"/4", "/6", "/5", "/3", "/2"}));
   AddToRecentList("/A");
   AddToRecentList("/b");
   AddToRecentList("/a");
-  EXPECT_EQ(Recent.RecentFiles, (std::array<std::string, 5>{"/a", "/b", "/4", "/6", "/5"}));
+  EXPECT_EQ(State.RecentFiles, (std::array<std::string, 5>{"/a", "/b", "/4", "/6", "/5"}));
   AddToRecentList("/A");
-  EXPECT_EQ(Recent.RecentFiles[0], "/a");
-  Recent = RecentList{};
+  EXPECT_EQ(State.RecentFiles[0], "/a");
+  ResetState();
   LoadRecentList();
-  EXPECT_EQ(Recent.RecentCount, 5);
+  EXPECT_EQ(State.RecentCount, 5);
   EXPECT_EQ(ReadSetting("RecentFile1", ""), "/a");
   EXPECT_EQ(ReadSetting("RecentFile5", ""), "/5");
 }

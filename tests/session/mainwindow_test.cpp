@@ -1,16 +1,17 @@
-#include <QApplication>
 #include <QDir>
+#include <QFile>
 #include <QTest>
 
 #include "document/layers/ReadOuts.h"
 #include "document/window/OpenPicture.h"
+#include "imageops/ProgressDisplay.h"
 #include "session/Session.h"
 #include "shell/Main.h"
 #include "shell/MainForm.h"
 #include "shell/MenuEvents.h"
 #include "shell/state/Settings.h"
 #include "surface/forms/windows/Application.h"
-#include "surface/system/desktop/Screen.h"
+#include "surface/system/files/Files.h"
 #include "tools/OptionBars.h"
 #include "tools/SelectTool.h"
 #include "tools/ToolButtons.h"
@@ -25,6 +26,20 @@ class TheMainWindow : public Session {
     QImage paper(40, 30, QImage::Format_RGB32);
     paper.fill(Qt::white);
     return paper;
+  }
+  static void Resize(Single width, Single height) {
+    MainForm->SetWidth(width);
+    MainForm->SetHeight(height);
+    DoEvents();
+  }
+  static void Become(int16_t state) {
+    MainForm->SetWindowState(state);
+    DoEvents();
+  }
+  /// Ends the program, which can be started again then.
+  static void Leave() {
+    EXPECT_TRUE(MainForm->Unload());
+    DoEvents();
   }
 };
 
@@ -110,58 +125,85 @@ TEST_F(TheMainWindow, ShortcutsActWithoutTheirMenuHavingBeenOpened) {
   EXPECT_EQ(ActiveDocument(), nullptr);
 }
 
-TEST_F(TheMainWindow, EveryMenuEntryCanBeChosenWithAndWithoutADocument) {
+TEST_F(TheMainWindow, ListsTheEffectProgramsOfItsFolder) {
+  QDir effects(QString::fromStdString(ApplicationFolder()) + "/Effects");
+  ASSERT_TRUE(effects.mkpath("."));
+  for (const char* name : {"sharpen.exe", "oil paint.exe", "readme.txt"})
+    ASSERT_TRUE(QFile(effects.filePath(name)).open(QIODevice::WriteOnly));
   Start();
-  MainMenu& menu = MainForm->Menus;
-  const auto choose_all = [&] {
-    for (Menu* entry : {&menu.NewImage,       &menu.mnuIcon,      &menu.mnuFile1,  &menu.Manager,
-                        &menu.Splash,         &menu.Undo,         &menu.Cut,       &menu.Copy,
-                        &menu.Paste,          &menu.PasteSpecial, &menu.SelectAll, &menu.ClearSelection,
-                        &menu.FlipHorizontal, &menu.FlipVertical, &menu.ImageSize, &menu.ImagePalette,
-                        &menu.ArrHorizontal,  &menu.ArrVertival,  &menu.Cascade,   &menu.AboutKorvath})
-      if (entry->OnClick) entry->OnClick();
-  };
-  choose_all();
-  OpenPicture(MakePicture("p.png", Paper()));
-  const QImage before = Picture(Document().Buffer);
-  choose_all();
-  EXPECT_EQ(Picture(Document().Buffer), before);
+  EXPECT_TRUE(effects.removeRecursively());
+  const MainMenu& menu = MainForm->Menus;
+  EXPECT_TRUE(menu.Effects.Visible());
+  ASSERT_EQ(menu.Effect.size(), 2u);
+  EXPECT_EQ(menu.Effect[0]->Caption(), "Oil paint");
+  EXPECT_EQ(menu.Effect[1]->Caption(), "Sharpen");
+  EXPECT_EQ(menu.Effect[1]->Tag(), "sharpen.exe");
 }
 
-TEST_F(TheMainWindow, TheExitStoresThePlaceUnlessMaximised) {
+TEST_F(TheMainWindow, ASizeTooSmallIsSetRightAndTheLastNormalOneKept) {
   Start();
-  MainForm->SetWidth(10500);
+  const MainWindow& window = *MainForm;
+  EXPECT_EQ(State.MainFrameWidth, (66 + 150) * 15);
+  EXPECT_EQ(static_cast<Single>(State.MainFrameHeight), window.Height() - window.ScaleHeight() * 15);
+  Resize(9000, 6000);
+  EXPECT_EQ(window.Width(), 9600);
+  EXPECT_EQ(window.Height(), 6780);
+  Resize(10200, 6780);
+  for (int16_t state : {kMaximised, kNormal}) {
+    Become(state);
+    EXPECT_EQ(window.Width() > 10200, state == kMaximised);
+    EXPECT_EQ(window.RestoredWidth, 10200);
+  }
+}
+
+TEST_F(TheMainWindow, TheProgressDisplayIsRaisedAtEveryWidth) {
+  Start();
+  PictureSurface& strip = Progress->ProcessBg;
+  strip.SetVisible(true);
+  Resize(10500, 6780);
+  const auto right = static_cast<Single>(strip.ScaleWidth() - 1);
+  ASSERT_EQ(right, 699);
+  EXPECT_EQ(strip.Point(right - 1, 0), ToColor(ToPixel(SystemColor::ButtonHighlight)));
+  EXPECT_EQ(strip.Point(right, 1), ToColor(ToPixel(SystemColor::ButtonShadow)));
+  EXPECT_EQ(strip.Point(600, 12), ToColor(ToPixel(SystemColor::ButtonFace)));
+  EXPECT_EQ(Progress->Process.Width(), strip.Width() - Progress->Process.Left());
+}
+
+TEST_F(TheMainWindow, TheExitStoresThePlaceThatTheNextStartTakes) {
+  Start();
+  Resize(10500, 7500);
   MainForm->SetLeft(300);
-  DoEvents();
-  EXPECT_TRUE(MainForm->Unload());
+  Leave();
   EXPECT_EQ(ReadSetting("ZelvaneMaximized", ""), "No");
-  EXPECT_EQ(ReadNumber("ZelvaneWidth", 0), 10500);
+  EXPECT_EQ(ReadNumber("ZelvaneHeight", 0), 7500);
   EXPECT_EQ(ReadNumber("ZelvaneLeft", 0), 300);
-  DoEvents();
   Start();
   EXPECT_EQ(MainForm->Width(), 10500);
-  MainForm->SetWindowState(kMaximised);
-  DoEvents();
-  EXPECT_TRUE(MainForm->Unload());
-  EXPECT_EQ(ReadSetting("ZelvaneMaximized", ""), "Yes");
-  EXPECT_EQ(ReadNumber("ZelvaneWidth", 0), 10500);
-  DoEvents();
+  Resize(10800, 7500);
+  MainForm->SetLeft(600);
+  Become(kMinimised);
+  Leave();
+  EXPECT_EQ(ReadNumber("ZelvaneWidth", 0), 10800);
+  EXPECT_EQ(ReadNumber("ZelvaneLeft", 0), 300) << "a minimised window has no place";
+  Start();
+  Become(kMaximised);
+  Leave();
+  EXPECT_EQ(ReadNumber("ZelvaneWidth", 0), 10800);
   Start();
   EXPECT_EQ(MainForm->WindowState(), kMaximised);
 }
 
-TEST_F(TheMainWindow, HoldsItsSmallestSizeAndStoresNoLargerOneThanTheWorkArea) {
+TEST_F(TheMainWindow, AStoredSizeIsCutAtTheExitAndAStoredPlaceAtTheStart) {
+  for (const char* key : {"ZelvaneWidth", "ZelvaneHeight", "ZelvaneLeft", "ZelvaneTop"})
+    WriteSetting(key, "60000");
   Start();
-  MainForm->SetWidth(3000);
-  MainForm->SetHeight(3000);
-  EXPECT_EQ(MainForm->Width(), 9600);
-  EXPECT_EQ(MainForm->Height(), 6780);
-  MainForm->SetWidth(30000);
-  MainForm->SetHeight(30000);
-  DoEvents();
-  EXPECT_TRUE(MainForm->Unload());
-  EXPECT_EQ(ReadNumber("ZelvaneWidth", 0), Screen::WorkAreaWidth());
-  EXPECT_EQ(ReadNumber("ZelvaneHeight", 0), Screen::WorkAreaHeight());
+  const double width = MainForm->Desktop.WorkAreaWidth(), height = MainForm->Desktop.WorkAreaHeight();
+  EXPECT_EQ(MainForm->Width(), 60000);
+  EXPECT_LT(MainForm->Left(), width - 3000);
+  EXPECT_LT(MainForm->Top(), height - 450);
+  Leave();
+  EXPECT_EQ(ReadNumber("ZelvaneWidth", 0), width);
+  EXPECT_EQ(ReadNumber("ZelvaneHeight", 0), height);
 }
 
 TEST_F(TheMainWindow, ASettingThatIsNoNumberLeavesTheDesign) {
@@ -185,8 +227,7 @@ TEST_F(TheMainWindow, ATemporaryFolderOf64CharactersIsNotUsed) {
     Start();
     EXPECT_EQ(State.TempPath.starts_with(folder + '/'), length == 62);  // the separator is a character too
     EXPECT_EQ(State.TempPath.empty(), length == 63);
-    EXPECT_TRUE(MainForm->Unload());
-    DoEvents();
+    Leave();
   }
   before.isNull() ? qunsetenv("TMPDIR") : qputenv("TMPDIR", before);
 }

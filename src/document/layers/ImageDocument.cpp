@@ -14,9 +14,8 @@ using Style = ShapeOverlay::Style;
 
 constexpr int16_t kScrollStep = 24;  // units of the view
 
-MdiForm& MainWindow() {
-  for (Form* form : Forms())
-    if (auto* window = dynamic_cast<MdiForm*>(form)) return *window;
+MdiForm& Owner() {
+  if (MdiForm* main = MdiForm::Main()) return *main;
   throw std::logic_error("a document needs the main window");
 }
 
@@ -29,7 +28,7 @@ void SetFirstColors(PictureSurface& layer) {
 }  // namespace
 
 ImageDocument::ImageDocument()
-    : MdiChild("frmPaint", MainWindow()),
+    : MdiChild("frmPaint", Owner()),
       Back(*this, "Back"),
       PaintArea(Back, "PaintArea"),
       Buffer(*this, "Buffer", Frame::Yes, Kind::Layer),
@@ -78,10 +77,8 @@ void ImageDocument::TextInput_Key() {
 }
 
 ImageDocument* ActiveDocument() {
-  for (Form* form : Forms())
-    if (auto* window = dynamic_cast<MdiForm*>(form))
-      return dynamic_cast<ImageDocument*>(window->ActiveForm());
-  return nullptr;
+  const MdiForm* main = MdiForm::Main();
+  return main ? dynamic_cast<ImageDocument*>(main->ActiveForm()) : nullptr;
 }
 
 ImageDocument& DocumentOf(PictureSurface& layer) {

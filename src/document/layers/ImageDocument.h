@@ -57,6 +57,14 @@ class ImageDocument : public MdiChild {
   /// The caption tells the window's `Tag` and the zoom.
   void ShowCaption();
 
+  /// Takes the zoom that the zoom box shows, as a click of the Magnifying tool would, whatever tool is
+  /// selected.
+  virtual void ChangeZoomFactor() = 0;
+  /// Tells the facts of the file behind the document in the information panel.
+  virtual void Form_Activate() = 0;
+  /// Outlines what the brush would reach where the pointer is, as it is now; for a pointer that has left the
+  /// picture nothing.
+  virtual void ShowReach() = 0;
   /// Lays the window out: scroll bars, viewport, and the picture centred or scrolled in it.
   void Form_Resize();
   /// Lays out anew after a change of the picture's size or the zoom, lets the marquees follow and shows all

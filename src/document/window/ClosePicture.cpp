@@ -22,13 +22,15 @@ bool SaveBeforeClose(ImageDocument& document) {
   return SaveFile(document, path);
 }
 
-void RestoreMainWindow(ImageDocument& document) {
-  auto* main = dynamic_cast<Form*>(document.Parent());
+/// The person sees which picture the question is about.
+void BringToFront(ImageDocument& document) {
+  MdiForm* main = MdiForm::Main();
   if (main && main->WindowState() == kMinimised) main->SetWindowState(kNormal);
+  document.Activate();
 }
 
 bool SettleChanges(ImageDocument& document) {
-  RestoreMainWindow(document);
+  BringToFront(document);
   switch (MsgBox("The image has been changed.\r\n\r\nDo you wish to save the changes?",
                  kYesNoCancel + kQuestionIcon, "Changed Image")) {
     case kAnswerYes:

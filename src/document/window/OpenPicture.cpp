@@ -1,13 +1,13 @@
 #include "document/window/OpenPicture.h"
 
 #include "components/ImgEdit.h"
+#include "document/window/MakeDocument.h"
 #include "shell/state/RecentFiles.h"
 #include "shell/state/Settings.h"
 #include "shell/state/State.h"
 #include "surface/forms/windows/Application.h"
 #include "surface/forms/windows/Dialogs.h"
 #include "surface/raster/FailingStep.h"
-#include "surface/raster/Units.h"
 #include "surface/system/files/PictureFile.h"
 #include "ui/MsgBox.h"
 
@@ -55,28 +55,6 @@ std::optional<Bitmap> ReadWithPlatform(const std::string& path) {
   return LoadPicture(path);
 }
 
-void ShowFailure() {
-  MsgBox("The selected picture file is missing or invalid", kExclamationIcon, "Zelvane");
-}
-
-/// The window is as large as its picture and its bars, as far as the main window has room. It shows once the
-/// picture is there, so that a file that can't be read shows no empty window.
-void FitWindow(ImageDocument& document) {
-  document.SetWidth((document.PaintArea.Width() + document.VScroll1.Width()) * kTwipsPerPixel);
-  document.SetHeight((document.PaintArea.Height() + document.HScroll1.Height()) * kTwipsPerPixel);
-}
-
-void ShowPicture(ImageDocument& document, Bitmap picture, const std::string& path) {
-  document.Buffer.SetPicture(std::move(picture));
-  document.Buffer.SetTag(path);
-  document.SizePaintArea();
-  FitWindow(document);
-  document.Show();
-  document.Form_Resize();
-  RefreshPaintArea(document.Buffer);
-  document.PaintArea.SetFocus();
-}
-
 }  // namespace
 
 std::optional<Bitmap> LoadPictureFile(const std::string& path) {
@@ -92,22 +70,16 @@ std::optional<Bitmap> LoadPictureFile(const std::string& path) {
 }
 
 frmPaint* OpenPicture(const std::string& path) {
-  auto* document = new frmPaint;
-  document->SetTag(path);
-  document->ShowCaption();
   std::optional<Bitmap> picture;
   Attempt([&] { picture = LoadPictureFile(path); });
-  if (!picture) {
-    ShowFailure();
-    document->Unload();
-    return nullptr;
-  }
-  ShowPicture(*document, std::move(*picture), path);
-  return document;
+  if (picture) return &MakeDocument(std::move(*picture), {path, path});
+  MsgBox("The selected picture file is missing or invalid", kExclamationIcon, "Zelvane");
+  return nullptr;
 }
 
 void OpenAskedFile() {
-  const std::string path = AskOpenName("Open...", kOpenFilter, State.ZelvaneFolder, "", OpenFilterIndex);
+  const std::string path =
+      AskOpenName("Open...", kOpenFilter, State.ZelvaneFolder, "", State.OpenFilterIndex);
   if (path.empty()) return;
   KeepZelvaneFolder(FolderOf(path));
   frmPaint* document = OpenPicture(path);

@@ -1,15 +1,11 @@
 #pragma once
 
-#include <cstdint>
 #include <optional>
 #include <string>
 
 #include "document/window/frmPaint.h"
 
 namespace zelvane {
-
-/// The filter that the open dialog ended on last, from 1; 0 at first.
-inline int16_t OpenFilterIndex = 0;
 
 /// Reads a picture by the reader for its extension's first three letters. No value where it's missing or
 /// invalid.

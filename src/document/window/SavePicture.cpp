@@ -1,6 +1,5 @@
 #include "document/window/SavePicture.h"
 
-#include "document/window/frmPaint.h"
 #include "shell/state/RecentFiles.h"
 #include "shell/state/Settings.h"
 #include "shell/state/State.h"
@@ -46,7 +45,7 @@ std::string AskName(const ImageDocument& document, const std::string& title, con
 }
 
 WriteResult Write(const Bitmap& picture, const std::string& path) {
-  if (SaveType != kSaveBitmap)
+  if (State.SaveType != kSaveBitmap)
     return {"pictures of this kind can't be written yet; choose a name that ends in .bmp"};
   return SavePicture(picture, path);
 }
@@ -72,12 +71,12 @@ void SaveAsFlow(ImageDocument& document) {
 }  // namespace
 
 void SetSaveType(const std::string& path) {
-  SaveType = SaveTypeOf(ExtensionOf(path));
+  State.SaveType = SaveTypeOf(ExtensionOf(path));
 }
 
 std::string GetSaveName(ImageDocument& document, const std::string& WindowTitle, const std::string& Filters) {
   std::string name = AskName(document, WindowTitle, Filters);
-  if (!name.empty() && NameOf(name).find('.') == std::string::npos) name += ExtensionFor(SaveType);
+  if (!name.empty() && NameOf(name).find('.') == std::string::npos) name += ExtensionFor(State.SaveType);
   SetSaveType(name);
   return name;
 }
@@ -100,7 +99,7 @@ bool SaveFile(ImageDocument& document, const std::string& path) {
 }
 
 void Save_Click() {
-  frmPaint* document = ActiveWindow();
+  ImageDocument* document = ActiveDocument();
   if (!document) return;
   const std::string path = document->Buffer.Tag();
   SetSaveType(path);
@@ -112,7 +111,7 @@ void Save_Click() {
 }
 
 void SaveAs_Click() {
-  frmPaint* document = ActiveWindow();
+  ImageDocument* document = ActiveDocument();
   if (!document) return;
   SetSaveType(document->Buffer.Tag());
   SaveAsFlow(*document);

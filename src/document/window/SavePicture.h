@@ -1,28 +1,21 @@
 #pragma once
 
-#include <cstdint>
 #include <string>
 
 #include "document/layers/ImageDocument.h"
 
 namespace zelvane {
 
-/// The kinds of file that a picture is written as.
-enum SaveTypes : int16_t { kSaveBitmap = 1, kSaveGif = 2, kSaveJpeg = 3, kSaveTiff = 4, kSaveIcon = 5 };
-
-/// The kind that the next save writes.
-inline int16_t SaveType = kSaveBitmap;
-
 inline constexpr char kSaveFilter[] =
     "Bitmap (*.bmp)|*.bmp|GIF image (*.gif)|*.gif|JPEG image (*.jpg;*.jpe;*.jpeg)|*.jpg;*.jpe;*.jpeg|Tagged "
     "image format "
     "file (*.tif;*.tiff;*.jfx)|*.tif;*.tiff;*.jfx|Icon (*.ico)|*.ico";
 
-/// By the extension; a bitmap for an empty path and for any other one.
+/// Sets `State.SaveType` by the extension: a bitmap for an empty path and for any other one.
 void SetSaveType(const std::string& path);
 
 /// Asks for a name, starting at the document's own. Empty when cancelled; a name without a dot takes the
-/// extension of the present `SaveType`, which then follows the result.
+/// extension of the present `State.SaveType`, which then follows the result.
 std::string GetSaveName(ImageDocument& document, const std::string& WindowTitle, const std::string& Filters);
 
 /// Asks before another file than the document's own is replaced.

@@ -236,8 +236,4 @@ void frmPaint::PaintArea_GotFocus() {
   PaintArea.Refresh();
 }
 
-frmPaint* ActiveWindow() {
-  return dynamic_cast<frmPaint*>(ActiveDocument());
-}
-
 }  // namespace zelvane

@@ -11,14 +11,9 @@ class frmPaint final : public ImageDocument {
  public:
   frmPaint();
 
-  /// Takes the zoom that the zoom box shows, as a click of the Magnifying tool would, whatever tool is
-  /// selected.
-  void ChangeZoomFactor();
-  /// Tells the facts of the file behind the document in the information panel.
-  void Form_Activate();
-  /// Outlines what the brush would reach where the pointer is, as it is now; for a pointer that has left the
-  /// picture nothing.
-  void ShowReach();
+  void ChangeZoomFactor() override;
+  void Form_Activate() override;
+  void ShowReach() override;
 
  private:
   void PaintArea_MouseDown(int16_t Button, Single X, Single Y);
@@ -44,8 +39,5 @@ class frmPaint final : public ImageDocument {
   IntervalTimer EdgeTimer;       ///< runs while a stroke is held beyond the edge of the view
   bool pointer_inside_ = false;  ///< it has moved over the picture since it left
 };
-
-/// The active document as its window, null without one.
-frmPaint* ActiveWindow();
 
 }  // namespace zelvane

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "shell/state/Settings.h"
+#include "shell/state/State.h"
 #include "surface/system/files/Files.h"
 
 namespace zelvane {
@@ -13,22 +14,22 @@ std::string KeyOf(size_t entry) {
 }
 
 void SaveRecentList() {
-  for (size_t i = 0; i < Recent.RecentFiles.size(); ++i) WriteSetting(KeyOf(i), Recent.RecentFiles[i]);
+  for (size_t i = 0; i < State.RecentFiles.size(); ++i) WriteSetting(KeyOf(i), State.RecentFiles[i]);
 }
 
 }  // namespace
 
 void LoadRecentList() {
-  Recent.RecentCount = 0;
-  for (size_t i = 0; i < Recent.RecentFiles.size(); ++i) {
-    Recent.RecentFiles[i] = ReadSetting(KeyOf(i), "");
-    if (!Recent.RecentFiles[i].empty()) ++Recent.RecentCount;
+  State.RecentCount = 0;
+  for (size_t i = 0; i < State.RecentFiles.size(); ++i) {
+    State.RecentFiles[i] = ReadSetting(KeyOf(i), "");
+    if (!State.RecentFiles[i].empty()) ++State.RecentCount;
   }
-  if (Recent.OnLoaded) Recent.OnLoaded();
+  if (State.OnRecentFilesRead) State.OnRecentFilesRead();
 }
 
 void AddToRecentList(const std::string& NewFile) {
-  auto& files = Recent.RecentFiles;
+  auto& files = State.RecentFiles;
   const auto same = [&](const std::string& file) {
     return !file.empty() && ToLower(file) == ToLower(NewFile);
   };

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -36,6 +37,11 @@ struct ToolOption {
   double Value = 0;
 };
 
+/// The kinds of file that a picture is written as.
+enum SaveTypes : int16_t { kSaveBitmap = 1, kSaveGif = 2, kSaveJpeg = 3, kSaveTiff = 4, kSaveIcon = 5 };
+
+inline constexpr int kRecentFiles = 5;
+
 /// The application's shared state. There is one of each per process, in `State`.
 struct ApplicationState {
   // Start
@@ -56,6 +62,14 @@ struct ApplicationState {
   int32_t MainFrameHeight = 0, MainFrameWidth = 0;  ///< twips between the main window's outside and inside
   bool CloseCancelled = false;                      ///< a document refused to close
   bool Exiting = false;                             ///< the main window is going down
+
+  // Files
+  int16_t OpenFilterIndex = 0;     ///< the filter that the open dialog ended on last, from 0
+  int16_t SaveType = kSaveBitmap;  ///< the kind that the next save writes
+  /// The last files opened or saved, the most recent first. Free entries are empty and stand at the end.
+  std::array<std::string, kRecentFiles> RecentFiles;
+  int16_t RecentCount = 0;
+  std::function<void()> OnRecentFilesRead;  ///< the list has been read anew
 
   // Tools
   int16_t CurrentTool = kCursorTool;

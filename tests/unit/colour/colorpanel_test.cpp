@@ -8,18 +8,21 @@
 #include <string>
 
 #include "colour/ColorBars.h"
+#include "document/layers/ImageDocument.h"
 #include "shell/state/State.h"
+#include "surface/forms/windows/Form.h"
 
 namespace zelvane {
 namespace {
 
-class Window : public Control {
- public:
-  Window() : Control(nullptr, "window", new QWidget) {
-    widget_->resize(200, 200);
-    widget_->show();
-  }
+/// A document that only has its layers.
+struct Sheet : ImageDocument {
+  void ChangeZoomFactor() override {}
+  void Form_Activate() override {}
+  void ShowReach() override {}
 };
+
+constexpr Color kUntouched{0x123456};
 
 class ColorPanelTest : public testing::Test {
  protected:
@@ -27,11 +30,16 @@ class ColorPanelTest : public testing::Test {
     ResetState();
     ColorPanel = std::make_unique<ColorPanelControls>(window_);
     WireColorPanel();
-    ColorPanel->OnSyncDocumentColors = [this] { ++syncs_; };
     SetColorBars();
     PaintGradient();
+    window_.Show();
+    sheet_.Show();
+    sheet_.Buffer.SetForeColor(kUntouched);
   }
-  ~ColorPanelTest() override { ColorPanel.reset(); }
+  ~ColorPanelTest() override {
+    ColorPanel.reset();
+    DestroyForms();
+  }
 
   static void Send(const Control& to, QEvent::Type type, int x, int y,
                    Qt::MouseButton button = Qt::LeftButton) {
@@ -62,8 +70,8 @@ class ColorPanelTest : public testing::Test {
                     i == 2 ? 255 : Split(shown).blue));
   }
 
-  Window window_;
-  int syncs_ = 0;
+  MdiForm& window_ = *new MdiForm("window");
+  Sheet& sheet_ = *new Sheet;
 };
 
 TEST_F(ColorPanelTest, APressOnABarMovesTheMarkersEdgeThere) {
@@ -93,7 +101,7 @@ TEST_F(ColorPanelTest, TheStripGivesAColourToEitherLabel) {
   Send(ColorPanel->Gradient, QEvent::MouseButtonPress, 60, 5);
   EXPECT_EQ(Front(), middle);
   EXPECT_EQ(State.ColorDialogTarget, 0);
-  EXPECT_EQ(syncs_, 0);
+  EXPECT_EQ(sheet_.Buffer.ForeColor(), kUntouched);
   SelColor_Click(1);
   Gradient_MouseDown(kLeftButton, 500, 5);
   EXPECT_EQ(Front(), middle) << "there is no colour beyond the strip";
@@ -116,9 +124,11 @@ TEST_F(ColorPanelTest, MarkersShowTheColourWithTheirFractionAndDragToBothEnds) {
   Drag(marker, -400);
   EXPECT_EQ(marker.Left(), 8);
   EXPECT_EQ(Front(), RGB(255, 0, 100));
+  EXPECT_EQ(sheet_.Buffer.ForeColor(), Front());
   Release(marker, 4);
+  sheet_.Buffer.SetForeColor(kUntouched);
   Drag(marker, 40);
-  EXPECT_EQ(syncs_, 2);
+  EXPECT_EQ(sheet_.Buffer.ForeColor(), kUntouched);
 }
 
 TEST_F(ColorPanelTest, ADragChangesOnlyTheSelectedColour) {
@@ -163,6 +173,7 @@ TEST_F(ColorPanelTest, ShiftingRestoringAndTheDialog) {
   Click(ColorPanel->ShiftColors);
   EXPECT_EQ(Front(), RGB(200, 100, 50));
   EXPECT_EQ(Back(), RGB(1, 2, 3));
+  EXPECT_EQ(sheet_.Buffer.ForeColor(), Front());
   EXPECT_EQ(GetSelectedColor(), 0);
   ExpectInLine();
   EXPECT_EQ(ColorPanel->Gradient.Painted->right, Back());
@@ -171,7 +182,7 @@ TEST_F(ColorPanelTest, ShiftingRestoringAndTheDialog) {
   EXPECT_EQ(Front(), kBlack);
   EXPECT_EQ(Back(), kWhite);
   EXPECT_EQ(GetSelectedColor(), 0);
-  EXPECT_EQ(syncs_, 2);
+  EXPECT_EQ(sheet_.Buffer.ForeColor(), kBlack);
   EXPECT_EQ(State.ColorDialogTarget, 1);
   std::string asked;
   ColorPanel->OnEditColor = [&](int16_t index) { asked += std::to_string(index); };

@@ -15,7 +15,6 @@
 #include "codecs/PictureSamples.h"
 #include "surface/codecs/PictureDecoder.h"
 #include "surface/system/desktop/Clipboard.h"
-#include "surface/system/desktop/Clock.h"
 #include "surface/system/desktop/Programs.h"
 #include "surface/system/desktop/Screen.h"
 #include "surface/system/files/SettingsStore.h"
@@ -118,13 +117,21 @@ TEST(Screen, TellsTwips) {
   EXPECT_EQ(Screen::Height(), QGuiApplication::primaryScreen()->geometry().height() * 15.0);
 }
 
-TEST(Clock, CountsTheSecondsOfTheLocalDay) {
-  const double before = QTime::currentTime().msecsSinceStartOfDay() / 1000.0;
-  const double now = Timer();
-  const double after = QTime::currentTime().msecsSinceStartOfDay() / 1000.0 + 0.001;
-  if (after < before) GTEST_SKIP() << "midnight";
-  EXPECT_GE(now, before);
-  EXPECT_LE(now, after);
+TEST(Screen, BringsAnAreaOntoTheScreensByAsLittleAsNeeded) {
+  // Two side by side, the right one lower.
+  const std::vector<Screen::Area> screens = {{0, 0, 1000, 800}, {1000, 200, 1000, 800}};
+  const auto at = [&](double left, double top) {
+    const Screen::Area moved = Screen::BroughtOnto(screens, {left, top, 400, 60});
+    EXPECT_EQ(moved.width * moved.height, 400 * 60);
+    return std::pair(moved.left, moved.top);
+  };
+  EXPECT_EQ(at(10, 20), std::pair(10.0, 20.0));
+  EXPECT_EQ(at(800, 500), std::pair(800.0, 500.0)) << "on both";
+  EXPECT_EQ(at(700, 100), std::pair(600.0, 100.0)) << "half off, above the right screen";
+  EXPECT_EQ(at(5000, 990), std::pair(1600.0, 940.0));
+  EXPECT_EQ(at(-50, -50), std::pair(0.0, 0.0));
+  EXPECT_EQ(Screen::BroughtOnto({{0, 0, 300, 800}}, {50, 10, 400, 60}), (Screen::Area{0, 10, 400, 60}));
+  EXPECT_EQ(Screen::BroughtOnto({}, {-5, -5, 1, 1}), (Screen::Area{-5, -5, 1, 1}));
 }
 
 }  // namespace

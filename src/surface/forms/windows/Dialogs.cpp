@@ -12,10 +12,8 @@ namespace {
 /// The window that a dialog stands above.
 QWidget* Owner() {
   if (QWidget* active = QApplication::activeWindow()) return active;
-  for (const Form* form : Forms()) {
-    if (dynamic_cast<const MdiForm*>(form) && form->Visible()) return form->Widget();
-  }
-  return nullptr;
+  const MdiForm* main = MdiForm::Main();
+  return main && main->Visible() ? main->Widget() : nullptr;
 }
 
 /// "Text|*.a;*.b" becomes "Text (*.a *.b)"; patterns that the text already ends with aren't said twice.
@@ -42,12 +40,13 @@ std::string AskName(QFileDialog::AcceptMode mode, const std::string& title, cons
   dialog.setOption(QFileDialog::DontConfirmOverwrite);
   const QStringList names = FiltersOf(filter);
   dialog.setNameFilters(names);
-  if (filter_index > 0 && filter_index <= names.size()) dialog.selectNameFilter(names[filter_index - 1]);
+  if (filter_index >= 0 && filter_index < names.size()) dialog.selectNameFilter(names[filter_index]);
   if (!folder.empty()) dialog.setDirectory(ToQt(folder));
   if (!name.empty()) dialog.selectFile(ToQt(name));
-  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
-  const auto chosen = names.indexOf(dialog.selectedNameFilter());
-  if (chosen >= 0) filter_index = static_cast<int16_t>(chosen + 1);
+  const bool is_chosen = dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty();
+  const auto filter_shown = names.indexOf(dialog.selectedNameFilter());
+  if (filter_shown >= 0) filter_index = static_cast<int16_t>(filter_shown);
+  if (!is_chosen) return {};
   return FromQt(dialog.selectedFiles().first());
 }
 

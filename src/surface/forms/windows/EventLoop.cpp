@@ -1,7 +1,10 @@
 #include "surface/forms/windows/EventLoop.h"
 
 #include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <QTimer>
 #include <QTimerEvent>
+#include <algorithm>
 #include <deque>
 #include <memory>
 #include <utility>
@@ -65,6 +68,13 @@ void DoEvents() {
 
 void WaitForEvents() {
   QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+}
+
+void RunEventsUntil(const std::function<bool()>& is_done, int longest_ms) {
+  const QDeadlineTimer deadline(longest_ms);
+  QTimer alarm;  // ends a sleep that nothing else ends
+  alarm.start(std::max(longest_ms, 0));
+  while (!is_done() && !deadline.hasExpired()) WaitForEvents();
 }
 
 void Defer(std::function<void()> step) {

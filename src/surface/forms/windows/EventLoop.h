@@ -8,6 +8,9 @@ namespace zelvane {
 void DoEvents();
 /// Sleeps until there is an event, and lets what is pending run.
 void WaitForEvents();
+/// Lets events run until `is_done`, which is asked after each, or for so many milliseconds; the program
+/// sleeps while there are none.
+void RunEventsUntil(const std::function<bool()>& is_done, int longest_ms);
 /// Runs `step` at the next turn of the event loop.
 void Defer(std::function<void()> step);
 /// Runs `step` from the event loop, but not before every handler that runs now has returned, however deeply

@@ -12,9 +12,16 @@ MdiForm::MdiForm(const std::string& name) : Form(name, new MdiFrame) {
   frame_->Serve(*this);
   frame_->OnActiveChanged = [this] { FireEvent(OnActiveFormChanged); };
   engine_->SetRoom(*frame_->Field().Children().viewport());
+  main_ = this;
 }
 
-MdiForm::~MdiForm() = default;
+MdiForm::~MdiForm() {
+  if (main_ == this) main_ = nullptr;
+}
+
+MdiForm* MdiForm::Main() {
+  return main_ && !main_->unloading_ ? main_ : nullptr;
+}
 
 Form* MdiForm::ActiveForm() const {
   return frame_->Active();

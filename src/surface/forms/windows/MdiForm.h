@@ -19,6 +19,9 @@ class MdiForm : public Form {
   explicit MdiForm(const std::string& name);
   ~MdiForm() override;
 
+  /// The program's main window; null before it is made and from its unloading on.
+  static MdiForm* Main();
+
   /// The child that has or last had the keyboard; null without one. A minimised child may be active.
   Form* ActiveForm() const;
   /// The child windows in the order of their making.
@@ -38,6 +41,7 @@ class MdiForm : public Form {
   friend class MdiChild;
   bool IsMain() const override { return true; }
   MdiFrame* frame_ = nullptr;
+  static inline MdiForm* main_ = nullptr;
 };
 
 /// A window inside the main one.

@@ -1,8 +1,0 @@
-#pragma once
-
-namespace zelvane {
-
-/// Seconds since midnight, with a fraction.
-double Timer();
-
-}  // namespace zelvane
