@@ -5,6 +5,7 @@
 #include <QTimer>
 #include <map>
 
+#include "document/layers/InfoPanel.h"
 #include "document/window/MakeDocument.h"
 #include "document/window/OpenPicture.h"
 #include "document/window/SavePicture.h"
@@ -47,6 +48,19 @@ class Files : public Session {
     return *document;
   }
 };
+
+TEST_F(Files, ThePanelTellsWhatTheFileHolds) {
+  Start(MakePicture("first.png", Noise(50, 30)));
+  EXPECT_TRUE(InfoPanel->InfoFrame.Visible());
+  EXPECT_EQ(InfoPanel->iType.Caption() + InfoPanel->IWidth.Caption(), "PNG50");
+  frmPaint* bitmap = OpenPicture(MakePicture("second.bmp", Noise(7, 9)));
+  EXPECT_EQ(InfoPanel->iType.Caption() + InfoPanel->IHeight.Caption(), "BMP9");
+  bitmap->Unload();
+  EXPECT_EQ(InfoPanel->iType.Caption(), "PNG");
+  QFile::remove(QString::fromStdString(PathOf("first.png")));
+  Document().Form_Activate();
+  EXPECT_FALSE(InfoPanel->InfoFrame.Visible());
+}
 
 }  // namespace
 

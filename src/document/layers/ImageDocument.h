@@ -1,7 +1,9 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 
+#include "files/CImageInfo.h"
 #include "surface/forms/controls/Label.h"
 #include "surface/forms/controls/Panel.h"
 #include "surface/forms/controls/ScrollBar.h"
@@ -24,12 +26,13 @@ class ImageDocument : public MdiChild {
  public:
   ImageDocument();
 
-  bool Dirty = false;              ///< changed since it was last saved
-  bool OpenedFile = false;         ///< came in by the open dialog
-  int32_t StartX = 0, StartY = 0;  ///< image position of the last press
-  double Zoom = 100;               ///< percent, 100 to 800 in steps of 100
-  bool Down = false;               ///< button 1 or 2 is held on `PaintArea`
-  bool ZoomBusy = false;           ///< the document itself moves the zoom box
+  bool Dirty = false;                   ///< changed since it was last saved
+  bool OpenedFile = false;              ///< came in by the open dialog
+  std::optional<CImageInfo> ImageInfo;  ///< of the file; none before it's first needed
+  int32_t StartX = 0, StartY = 0;       ///< image position of the last press
+  double Zoom = 100;                    ///< percent, 100 to 800 in steps of 100
+  bool Down = false;                    ///< button 1 or 2 is held on `PaintArea`
+  bool ZoomBusy = false;                ///< the document itself moves the zoom box
 
   Panel Back;             ///< the viewport that clips `PaintArea`
   PictureView PaintArea;  ///< the picture at the zoom; receives all pointer events

@@ -49,6 +49,7 @@ bool MayClose(ImageDocument& document) {
     State.CloseCancelled = true;
     return false;
   }
+  document.ImageInfo.reset();
   InfoPanel->SetVisible(false);
   return true;
 }

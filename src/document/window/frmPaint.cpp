@@ -74,9 +74,20 @@ frmPaint::frmPaint() : EdgeTimer(kEdgeInterval) {
   PaintArea.OnGotFocus = [this] { PaintArea_GotFocus(); };
 }
 
-/// The panel waits for a reader of file headers; until then it has nothing to tell.
+/// The panel tells what the file on the disk holds, not the picture in memory.
 void frmPaint::Form_Activate() {
-  InfoPanel->SetVisible(false);
+  if (Buffer.Tag().empty()) return InfoPanel->SetVisible(false);
+  if (!ImageInfo) ImageInfo.emplace();
+  ImageInfo->ReadImageInfo(Buffer.Tag());
+  if (ImageInfo->ImageType() != CImageInfo::kUnknown) ShowImageInfo();
+  InfoPanel->SetVisible(ImageInfo->ImageType() != CImageInfo::kUnknown);
+}
+
+void frmPaint::ShowImageInfo() {
+  InfoPanel->IWidth.SetCaption(std::to_string(ImageInfo->Width()));
+  InfoPanel->IHeight.SetCaption(std::to_string(ImageInfo->Height()));
+  InfoPanel->IBits.SetCaption(std::to_string(ImageInfo->Depth()));
+  InfoPanel->iType.SetCaption(State.FileTypeNames.at(static_cast<size_t>(ImageInfo->ImageType())));
 }
 
 void frmPaint::Form_KeyDown(int16_t KeyCode, int16_t) {

@@ -24,6 +24,7 @@ class frmPaint final : public ImageDocument {
   void PaintArea_KeyDown(int16_t KeyCode, int16_t Shift);
   void Form_KeyDown(int16_t KeyCode, int16_t Shift);
 
+  void ShowImageInfo();
   void EndStroke(int16_t Button, Single X, Single Y);
   bool Magnify(int16_t Button);
   void Relay(double vertical, double horizontal);

@@ -53,6 +53,19 @@ bool RenameFile(const std::string& from, const std::string& to) {
   return ::rename(from.c_str(), to.c_str()) == 0;
 }
 
+std::vector<unsigned char> FileStart(const std::string& path, size_t count) {
+  // A pipe without a writer would block an ordinary open.
+  const int file = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+  if (file < 0) return {};
+  std::vector<unsigned char> bytes(count);
+  struct stat found = {};
+  const bool is_file = ::fstat(file, &found) == 0 && S_ISREG(found.st_mode);
+  const ssize_t got = is_file ? ::pread(file, bytes.data(), count, 0) : 0;
+  ::close(file);
+  bytes.resize(got > 0 ? static_cast<size_t>(got) : 0);
+  return bytes;
+}
+
 std::vector<std::string> FilesIn(const std::string& folder, const std::string& pattern) {
   std::vector<std::string> names;
   std::error_code error;

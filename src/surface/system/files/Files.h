@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -11,6 +12,9 @@ bool FileExists(const std::string& path);
 /// Both: false where it failed.
 bool DeleteFile(const std::string& path);
 bool RenameFile(const std::string& from, const std::string& to);
+
+/// The first bytes of a regular file, `count` at most; none where it can't be read.
+std::vector<unsigned char> FileStart(const std::string& path, size_t count);
 
 /// The names in the folder that match a pattern such as "*.exe", sorted. Empty where there is no such folder.
 std::vector<std::string> FilesIn(const std::string& folder, const std::string& pattern);
