@@ -15,7 +15,8 @@ void Drag(const Stroke& stroke) {
 /// The marquee stays up meanwhile, to show what is asked about.
 bool MayCrop(ShapeOverlay& marquee) {
   marquee.SetVisible(true);
-  const bool is_yes = MsgBox("Are you sure you wish to crop?", 52, "Crop?") == kAnswerYes;
+  const bool is_yes =
+      MsgBox("Are you sure you wish to crop?", kYesNo + kExclamationIcon, "Crop?") == kAnswerYes;
   marquee.SetVisible(false);
   return is_yes;
 }

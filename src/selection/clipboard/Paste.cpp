@@ -15,7 +15,7 @@ void TellFailure() {
   MsgBox(
       "The picture on the clipboard can't be pasted.\r\n\r\n"
       "Reason: it is damaged, too large, or not handed out by its program.",
-      48, "Zelvane");
+      kOkOnly + kExclamationIcon, "Zelvane");
 }
 
 /// Hands the clipboard's picture on. False, and told: it can't be had, or not be taken in.
