@@ -61,6 +61,9 @@ class LineBox : public QLineEdit {
     // Where keys are filtered, undoing is left to whom the window's shortcut is.
     const bool asks = event->type() == QEvent::ShortcutOverride && box->OnKeyPress;
     if (asks && IsUndo(static_cast<const QKeyEvent&>(*event))) return event->ignore(), false;
+    // A locked box does nothing on these keys, but they aren't meant for the picture.
+    if (event->type() == QEvent::ShortcutOverride && IsEdit(static_cast<const QKeyEvent&>(*event)))
+      return event->accept(), true;
     return QLineEdit::event(event);
   }
 
@@ -114,6 +117,10 @@ class LineBox : public QLineEdit {
   }
 
  private:
+  static bool IsEdit(const QKeyEvent& key) {
+    return key.matches(QKeySequence::Cut) || key.matches(QKeySequence::Paste) ||
+           key.matches(QKeySequence::Delete);
+  }
   static bool IsUndo(const QKeyEvent& key) {
     return key.matches(QKeySequence::Undo) || key.matches(QKeySequence::Redo);
   }
