@@ -48,6 +48,7 @@ void WireMenus(MainMenu& menu) {
   menu.Cut.OnClick = Cut_Click;
   menu.Copy.OnClick = Copy_Click;
   menu.Paste.OnClick = Paste_Click;
+  menu.PasteSpecial.OnClick = PasteSpecial_Click;
   menu.SelectAll.OnClick = SelectAll_Click;
   menu.ClearSelection.OnClick = ClearSelection_Click;
   menu.Image.OnClick = Image_Click;
@@ -96,6 +97,10 @@ void FileOpen_Click() {
 
 void Close_Click() {
   if (ImageDocument* document = ActiveDocument()) document->Unload();
+}
+
+void PasteSpecial_Click() {
+  if (PasteSpecial()) MainForm->LeftBar.SetFocus();
 }
 
 void Manager_Click() {

@@ -15,6 +15,7 @@ void Image_Click();
 // Entries. Each checks for itself whether it can act, since a shortcut fires it whatever its menu shows.
 void FileOpen_Click();
 void Close_Click();
+void PasteSpecial_Click();
 void Manager_Click();
 void Splash_Click();
 void Exit_Click();

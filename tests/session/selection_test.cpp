@@ -245,7 +245,7 @@ TEST_F(Selection, CommandsActExactlyWhereTheyCan) {
   offer("text/plain", "text");
   EXPECT_EQ(enabled(), "");
   for (Menu* entry : {&MainForm->Menus.Cut, &MainForm->Menus.Copy, &MainForm->Menus.ClearSelection,
-                      &MainForm->Menus.SelectAll, &MainForm->Menus.Paste})
+                      &MainForm->Menus.SelectAll, &MainForm->Menus.Paste, &MainForm->Menus.PasteSpecial})
     entry->OnClick();
   EXPECT_FALSE(ActiveDocument());
   QByteArray png;
@@ -254,7 +254,10 @@ TEST_F(Selection, CommandsActExactlyWhereTheyCan) {
   offer("image/png", png);
   EXPECT_EQ(enabled(), "PasteSpecial ");
 
-  OpenRecentFile(MakePicture("speckled.png", Speckled(5, 4)));
+  MainForm->Menus.PasteSpecial.OnClick();
+  EXPECT_EQ(Picture(Document().Buffer), Speckled(5, 4));
+  EXPECT_EQ(Document().Caption(), "Untitled - 100%");
+  EXPECT_TRUE(Document().Dirty && MainForm->LeftBar.HasFocus());
   EXPECT_EQ(enabled(), "Undo Cut Copy Paste PasteSpecial SelectAll ");
   SelectAll_Click();
   offer("text/plain", "text");
@@ -275,11 +278,11 @@ TEST_F(Selection, ABoxThatTakesTypingKeepsTheClipboardsKeys) {
   Open();
   SelectAll_Click();
   const QImage before = Picture(Document().Buffer);
-  frmControls->DrawToolbar[kPenTool].SetVisible(true);
-  QWidget* const entry = frmControls->pixelSelector[kPenWidth].Entry().Widget();
-  QWidget* const picture = Document().PaintArea.Widget();
-  for (QWidget* focus : {entry, picture}) {
-    SelectTool(kPenTool);
+  SelectTool(kPenTool);
+  NumberBox& box = frmControls->pixelSelector[kPenWidth];
+  QWidget *const entry = box.Entry().Widget(), *const picture = Document().PaintArea.Widget();
+  for (QWidget* focus : {entry, entry, picture}) {
+    box.SetLocked(!box.Locked());
     focus->setFocus();
     QTest::keyClick(focus, Qt::Key_Delete);
     EXPECT_EQ(Picture(Document().Buffer) == before, focus == entry);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "document/window/MakeDocument.h"
 #include "selection/Selection.h"
 #include "surface/raster/FailingStep.h"
 #include "surface/system/desktop/Clipboard.h"
@@ -46,6 +47,11 @@ void Paste_Click() {
   if (!document || document->Down || !Clipboard::HasBitmap()) return;
   RefreshPaintArea(document->Buffer);
   Take([document](Bitmap picture) { Paste(*document, std::move(picture)); });
+}
+
+bool PasteSpecial() {
+  if (!Clipboard::HasBitmap()) return false;
+  return Take([](Bitmap picture) { MakeDocument(std::move(picture), {"Untitled", ""}).Dirty = true; });
 }
 
 }  // namespace zelvane

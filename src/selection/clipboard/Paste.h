@@ -7,4 +7,8 @@ namespace zelvane {
 /// and while a stroke runs.
 void Paste_Click();
 
+/// Makes a changed document called "Untitled" of the clipboard's picture. False: there is none, or it can't
+/// be had.
+bool PasteSpecial();
+
 }  // namespace zelvane
