@@ -55,7 +55,7 @@ ColorPanelControls::ColorPanelControls(Control& parent)
       ColorScroll(kChannelCount, SwatchesBg, "ColorScroll"),
       lblColor(kChannelCount, SwatchesBg, "lblColor") {
   SwatchesBg.SetBackColor(SystemColor::ButtonFace);
-  SwatchesBg.Move(2, 2, 146, 124);
+  SwatchesBg.Move(2, 2, 156, 124);
   lblHeading.Move(81, -2, 61, 15);
   // What comes into a parent stands above what is there: the foreground lies over the background.
   for (Control* part : {static_cast<Control*>(&SelFrame[0]), static_cast<Control*>(&SelColor[0])}) {
@@ -99,7 +99,7 @@ void ColorPanelControls::PlaceChannel(int channel) {
   ColorScroll[channel].Move(12, 61 + down);
   ColorScroll[channel].SetAccessibleName(facts.marker);
   NumberBox& number = lblColor[channel];
-  number.Move(117, 46 + down, 25, 19);
+  number.Move(117, 46 + down, 37, 19);
   number.SetAccessibleName(facts.name);
   number.SetFormat("##0");
   number.SetPositiveOnly(true);

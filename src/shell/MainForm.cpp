@@ -22,7 +22,7 @@ namespace {
 constexpr double kSmallestWidth = 9600, kSmallestHeight = 6780;                 // twips
 constexpr double kMenuWidth = 6000, kTitleAndMenuHeight = 900;                  // twips, with some to spare
 constexpr int kHoverInterval = 50;                                              // milliseconds
-constexpr Single kTopBarHeight = 32, kLeftBarWidth = 66, kRightBarWidth = 150;  // pixels
+constexpr Single kTopBarHeight = 32, kLeftBarWidth = 66, kRightBarWidth = 160;  // pixels
 
 void DockPanel(PictureSurface& panel, Align align, Single size) {
   if (align == Align::Top || align == Align::Bottom)

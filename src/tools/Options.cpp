@@ -21,8 +21,9 @@ void WireNumber(NumericOption option) {
   NumberBox& box = frmControls->pixelSelector[option];
   box.OnChange = [option] { pixelSelector_Change(option); };
   box.OnLostFocus = CloseUnlessHeld;
-  box.OnKeyDown = [](int16_t KeyCode, int16_t) {
-    if (KeyCode == kKeyEnter) ReturnToPicture();
+  box.OnKeyDown = [option](int16_t KeyCode, int16_t) {
+    const bool closes = KeyCode == kKeyEscape && frmControls->OpenSelector == option;
+    if (KeyCode == kKeyEnter || closes) ReturnToPicture();
   };
   frmControls->CmdDropDown[option].OnClick = [option] { CmdDropDown_Click(option); };
 }
