@@ -143,7 +143,7 @@ TEST_F(TheMainWindow, ListsTheEffectProgramsOfItsFolder) {
 TEST_F(TheMainWindow, ASizeTooSmallIsSetRightAndTheLastNormalOneKept) {
   Start();
   const MainWindow& window = *MainForm;
-  EXPECT_EQ(State.MainFrameWidth, (66 + 150) * 15);
+  EXPECT_EQ(State.MainFrameWidth, (66 + 160) * 15);
   EXPECT_EQ(static_cast<Single>(State.MainFrameHeight), window.Height() - window.ScaleHeight() * 15);
   Resize(9000, 6000);
   EXPECT_EQ(window.Width(), 9600);

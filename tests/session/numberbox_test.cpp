@@ -138,21 +138,17 @@ TEST_F(NumberBoxes, TakeOnlyKeysThatMakeANumber) {
 TEST_F(NumberBoxes, PassKeysOnThatTheyAccept) {
   Make("##0", "0");
   std::string keys;
-  box_.OnKeyDown = [&](int16_t code, int16_t shift) {
-    keys += "d" + std::to_string(code + 1000 * shift) + " ";
-  };
+  box_.OnKeyDown = [&](int16_t code, int16_t) { keys += "d" + std::to_string(code) + " "; };
   box_.OnKeyPress = [&](int16_t& ascii) {
     keys += "p" + std::to_string(ascii) + " ";
-    if (ascii == '7') ascii = '8';
-    if (ascii == '6') ascii = 0;
+    ascii = ascii == '7' ? '8' : 0;
   };
   box_.OnKeyUp = [&](int16_t code, int16_t) { keys += "u" + std::to_string(code) + " "; };
   box_.SetFocus();
   Type("7x6");
   EXPECT_EQ(Text(), "8");
   Key(Qt::Key_Return);
-  Key(Qt::Key_Left);
-  EXPECT_EQ(keys, "d55 p55 u55 d88 u88 d54 p54 u54 d13 u13 d37 u37 ");
+  EXPECT_EQ(keys, "d55 p55 u55 d88 u88 d54 p54 u54 d13 u13 ");
 }
 
 TEST_F(NumberBoxes, CopyCutAndPasteTheWholeText) {
@@ -213,13 +209,8 @@ TEST_F(NumberBoxes, StepByOneBetweenTheLimits) {
   other_.SetFocus();
   Turn(60);
   EXPECT_FALSE(box_.GotFocus()) << "half a notch";
-  Turn(60), Turn(240);
+  Turn(60), Turn(240), Turn(-120);
   EXPECT_TRUE(box_.GotFocus());
-  EXPECT_EQ(Text(), "3");
-  Turn(-120);
-  EXPECT_EQ(Text(), "2");
-  box_.SetLocked(true);
-  Turn(120), Key(Qt::Key_Up);
   EXPECT_EQ(Text(), "2");
 }
 
@@ -230,8 +221,9 @@ TEST_F(NumberBoxes, ALockedBoxRefusesAllKeys) {
   EXPECT_TRUE(IsRight());
   QApplication::clipboard()->setText("9");
   Type("7");
-  Key(Qt::Key_Backspace), Key(Qt::Key_X, Qt::ControlModifier), Key(Qt::Key_V, Qt::ControlModifier);
-  Key(Qt::Key_Insert, Qt::ShiftModifier);
+  for (const auto key : {Qt::Key_X, Qt::Key_V}) Key(key, Qt::ControlModifier);
+  for (const auto key : {Qt::Key_Backspace, Qt::Key_Up}) Key(key);
+  Key(Qt::Key_Insert, Qt::ShiftModifier), Turn(120);
   EXPECT_EQ(Text(), "50 %");
   other_.SetFocus();
   EXPECT_EQ(Text(), "50 %");

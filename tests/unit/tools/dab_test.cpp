@@ -2,46 +2,105 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <random>
 #include <tuple>
-
-#include "tools/PlainDabs.h"
+#include <vector>
 
 namespace zelvane {
 namespace {
 
-using art::Sheet;
-using plain::Noise;
-
-constexpr double kPressures[] = {0, 37.4, 50, 99.5, 100};
 constexpr Color kInk = RGB(200, 30, 100);
 
-/// One dab of ours and one of the plain kind on equal surfaces.
-template <class Ours, class Plain>
-void ExpectSame(int width, int height, int seed, Ours ours, Plain plain) {
-  Noise a(width, height, static_cast<unsigned>(seed)), b(width, height, static_cast<unsigned>(seed));
-  ours(a);
-  plain(b);
-  ASSERT_TRUE(a.Image() == b.Image());
-  const Rect seen = b.Damage().United(a.Damage());
-  EXPECT_EQ(seen, a.Damage());  // whatever the plain dab touched is shown
+/// A surface of many colours, the same for the same seed.
+struct Noise : Canvas {
+  Noise(int width, int height, unsigned seed) {
+    Resize(width, height);
+    std::mt19937 random(seed);
+    for (int y = 0; y < height; ++y)
+      for (int x = 0; x < width; ++x) WritableRow(y)[x] = 0xFF000000 | static_cast<Pixel>(random() >> 8);
+    TakeDamage();
+  }
+};
+
+int Rounded(double value) {
+  return static_cast<int>(std::nearbyint(value));
 }
 
-/// Calls `check` with all sizes, each in the middle of a surface and with parts beyond each of its edges.
+/// The dabs pixel by pixel, each ring over its whole square: slow, and too simple to be wrong.
+template <class PaintPixel>
+void PlainRings(DabSize size, PaintPixel paint_pixel) {
+  const int side = 2 * size.Size + 1;
+  std::vector<bool> done(static_cast<size_t>(side * side));
+  for (int i = 1; i <= size.Steps; ++i) {
+    const int ring = Rounded(static_cast<double>(size.Size) / size.Steps * i);
+    for (int dx = -ring; dx <= ring; ++dx) {
+      for (int dy = -ring; dy <= ring; ++dy) {
+        const auto offset = static_cast<size_t>((dx + size.Size) * side + dy + size.Size);
+        if (done[offset] || dx * dx + dy * dy > ring * ring) continue;
+        paint_pixel(i, dx, dy);
+        done[offset] = true;
+      }
+    }
+  }
+}
+
+int Moved(int goal, int channel, int length, int position) {
+  const double value = goal - position * (static_cast<double>(goal - channel) / length);
+  return Rounded(std::min(std::max(value, 0.0), 255.0));
+}
+
+/// `weight`: 10 for the Airbrush with a tenth of the pressure, 100 for Brighten with the pressure.
+void PlainSoft(Canvas& target, int x, int y, DabSize size, Color goal, double weight, double pressure) {
+  const Channels s = Split(goal);
+  const int length = Rounded((weight + 1 - pressure) * size.Steps);
+  PlainRings(size, [&](int i, int dx, int dy) {
+    const Channels q = Split(target.GetPixel(x + dx, y + dy));
+    const auto moved = [&, position = Rounded((weight - pressure) * size.Steps + i)](int to, int from) {
+      return length <= 0 ? from : Moved(to, from, length, position);
+    };
+    target.SetPixelV(x + dx, y + dy,
+                     RGB(moved(s.red, q.red), moved(s.green, q.green), moved(s.blue, q.blue)));
+  });
+}
+
+void PlainBlur(Canvas& target, int x, int y, DabSize size) {
+  PlainRings(size, [&](int, int dx, int dy) {
+    const int px = x + dx, py = y + dy;
+    const std::pair<int, int> block[] = {{px, py}, {px, py - 1}, {px - 1, py - 1}, {px - 1, py}};
+    int red = 0, green = 0, blue = 0;
+    for (const auto& [column, row] : block) {
+      const Channels channels = Split(target.GetPixel(column, row));
+      red += std::max(channels.red, 0), green += channels.green, blue += channels.blue;
+    }
+    const Color mean = RGB(Rounded(red / 4.0), Rounded(green / 4.0), Rounded(blue / 4.0));
+    for (const auto& [column, row] : block) target.SetPixelV(column, row, mean);
+  });
+}
+
+/// One dab of ours and one of the plain kind on equal surfaces; whatever the plain one touched is shown.
+template <class Ours, class Plain>
+void ExpectSame(int width, int height, DabSize size, Ours ours, Plain plain) {
+  const auto seed = static_cast<unsigned>(size.Size);
+  Noise a(width, height, seed), b(width, height, seed);
+  ours(a), plain(b);
+  ASSERT_TRUE(a.Image() == b.Image());
+  EXPECT_EQ(b.Damage().United(a.Damage()), a.Damage());
+}
+
+/// Calls `check` with all sizes, each in the middle of a surface, with parts beyond each of its edges and
+/// with the rim at an edge.
 template <class Check>
 void ForDabs(Check check) {
-  for (int size = 0; size <= 100; size += size < 12 ? 1 : 22) {
-    const DabSize dab = DabSizeOf(size);
-    const int side = 2 * size + 5, near = size / 3, far = side - 1 - near;
-    check(dab, side, side / 2, side / 2);
-    for (const auto& [x, y] : {std::pair{near, near}, {far, near}, {near, far}, {far, far}})
-      check(dab, side, x, y);
-    for (const int x : {size, size + 1, side - size - 1, side - size}) {  // the rim at an edge
-      check(dab, side, x, side / 2);
-      check(dab, side, side / 2, x);
-    }
-    check(dab, side, -size, side / 2);
-    check(dab, side, side / 2, side + size - 1);
-    check(dab, 3, 1, 1);
+  for (int size = 0; size <= 100; size += size < 12 ? 1 : 44) {
+    const int side = 2 * size + 5, middle = side / 2, near = size / 3, far = side - 1 - near;
+    std::vector<std::pair<int, int>> places = {
+        {middle, middle},         {near, near}, {far, near}, {near, far}, {far, far}, {-size, middle},
+        {middle, side + size - 1}};
+    for (const int x : {size, size + 1, side - size - 1, side - size})
+      places.insert(places.end(), {{x, middle}, {middle, x}});
+    for (const auto& [x, y] : places) check(DabSizeOf(size), side, x, y);
+    check(DabSizeOf(size), 3, 1, 1);
   }
 }
 
@@ -53,37 +112,31 @@ TEST(DabSize_, RoundsTheOptionAndItsHalfToEven) {
   }
 }
 
-TEST(Blur, PaintsWhatThePlainRingsPaint) {
-  ForDabs([](DabSize size, int side, int x, int y) {
-    for (const int height : {side, 1, 2}) {
-      ExpectSame(
-          side, height, size.Size,
-          [&](Canvas& c) { BlurDab(c, static_cast<Single>(x), static_cast<Single>(y), size); },
-          [&](Canvas& c) { plain::Blur(c, x, y, size); });
-    }
-  });
-}
-
-TEST(SoftDabs, PaintWhatThePlainRingsPaint) {
-  ForDabs([](DabSize size, int side, int x, int y) {
+TEST(Dabs, PaintWhatThePlainRingsPaint) {
+  constexpr double kPressures[] = {0, 37.4, 50, 99.5, 100};
+  size_t turn = 0;
+  ForDabs([&](DabSize size, int side, int x, int y) {
     const auto column = static_cast<Single>(x), row = static_cast<Single>(y);
-    const bool darken = x > y;
-    for (const double pressure : kPressures) {
+    const double pressure = kPressures[turn++ % 5];
+    const bool darken = turn % 2 == 0;
+    ExpectSame(
+        side, side, size, [&](Canvas& c) { SprayDab(c, column, row, size, kInk, pressure); },
+        [&](Canvas& c) { PlainSoft(c, x, y, size, kInk, 10, pressure / 10); });
+    ExpectSame(
+        side, side, size, [&](Canvas& c) { BrightenDab(c, column, row, size, darken, pressure); },
+        [&](Canvas& c) { PlainSoft(c, x, y, size, darken ? kBlack : kWhite, 100, pressure); });
+    for (const int height : {side, 1, 2})
       ExpectSame(
-          side, side, size.Size, [&](Canvas& c) { SprayDab(c, column, row, size, kInk, pressure); },
-          [&](Canvas& c) { plain::Soft(c, x, y, size, kInk, 10, pressure / 10); });
-      ExpectSame(
-          side, side, size.Size, [&](Canvas& c) { BrightenDab(c, column, row, size, darken, pressure); },
-          [&](Canvas& c) { plain::Soft(c, x, y, size, darken ? kBlack : kWhite, 100, pressure); });
-    }
+          side, height, size, [&](Canvas& c) { BlurDab(c, column, row, size); },
+          [&](Canvas& c) { PlainBlur(c, x, y, size); });
   });
 }
 
-TEST(SoftDabs, AreStrongestInTheMiddle) {
-  /// What one dab of size 10 makes of the middle of a flat surface.
+TEST(Dabs, AreStrongestInTheMiddle) {
   const auto middle = [](Color ground, auto dab) {
-    Sheet canvas(41, 41);
-    canvas.FilledBox(0, 0, 40, 40, ground);
+    Canvas canvas;
+    canvas.SetBackColor(ground);
+    canvas.Resize(41, 41);
     dab(canvas, DabSizeOf(10));
     EXPECT_EQ(canvas.GetPixel(20, 10), ground) << "the rim stays";
     return Split(canvas.GetPixel(20, 20)).red;

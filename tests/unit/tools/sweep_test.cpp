@@ -103,16 +103,11 @@ void ExpectDrawnAsOneByOne(const Way& way, int left, int top) {
 }
 
 TEST(Angle, IsMeasuredFromTheRightAgainstTheClock) {
-  for (const auto& [x1, y1, x2, y2, angle] : {std::tuple{0, 0, 5, 0, 0},
-                                              {0, 5, 0, 0, 90},
-                                              {5, 0, 0, 0, 180},
-                                              {0, 0, 0, 5, 270},
-                                              {3, 3, 3, 3, 90},
-                                              {0, 5, 5, 0, 45},
-                                              {5, 5, 0, 0, 135},
-                                              {5, 0, 0, 5, 225},
-                                              {0, 0, 5, 5, 315}})
-    EXPECT_NEAR(AngleOfLine(x1, y1, x2, y2), angle, 1e-9);
+  for (int angle = 0; angle < 360; angle += 45) {
+    const double x = std::round(std::cos(angle * kDegree)), y = -std::round(std::sin(angle * kDegree));
+    EXPECT_NEAR(AngleOfLine(3, 4, 3 + 5 * x, 4 + 5 * y), angle, 1e-9);
+  }
+  EXPECT_EQ(AngleOfLine(3, 3, 3, 3), 90);
 }
 
 TEST(Gradient, RunsFromStartToEnd) {
