@@ -4,11 +4,13 @@
 #include "document/layers/ImageDocument.h"
 #include "document/window/Clear.h"
 #include "shell/MainForm.h"
+#include "surface/forms/windows/Application.h"
 #include "tools/OptionBars.h"
 #include "tools/Options.h"
 #include "tools/SelectTool.h"
 #include "tools/Selector.h"
 #include "tools/ToolButtons.h"
+#include "ui/MsgBox.h"
 
 namespace zelvane {
 namespace {
@@ -50,6 +52,7 @@ void WireSliderKeys(MainWindow& window) {
 }  // namespace
 
 void WirePanels(MainWindow& window) {
+  OnMemoryShort = [] { MsgBox("There is not enough memory for this.", 48, "Zelvane"); };
   WireTools();
   WireSliderKeys(window);
   WireColorPanel();

@@ -50,7 +50,8 @@ void ApplyTool(PictureSurface& Surface, int16_t X, int16_t Y, double Zoom, bool 
   Surface.SetForeColor(StrokeColor());
   document.BufferSelected.SetForeColor(StrokeColor());
   const Stroke stroke{document, Surface, X, Y, Down, *Z, static_cast<Single>(100 / Zoom)};
-  Attempt([&] { RunTool(stroke); });
+  // A tool that fails in the middle has left out its last step, which shows what it has done so far.
+  if (!Attempt([&] { RunTool(stroke); })) RefreshPaintArea(Surface);
 }
 
 }  // namespace zelvane

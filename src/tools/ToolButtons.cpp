@@ -55,7 +55,9 @@ void ToolButtonControls::PlaceButtons() {
   size_t top = kMargin + 2;
   for (const std::vector<int>& group : kGroups) {
     if (&group != &kGroups.front()) {
-      SplitH.Add(ColorsBg, "SplitH").Move(kMargin, Pixels(top + kGap / 2 - 1), 2 * kButtonSize, 2);
+      PictureSurface& line = SplitH.Add(ColorsBg, "SplitH");
+      line.SetBackColor(SystemColor::ButtonFace);
+      line.Move(kMargin, Pixels(top + kGap / 2 - 1), 2 * kButtonSize, 2);
       top += kGap;
     }
     for (size_t i = 0; i < group.size(); ++i)

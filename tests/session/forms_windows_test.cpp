@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <QAccessible>
 #include <QAction>
 #include <QApplication>
 #include <QLabel>
@@ -11,6 +12,8 @@
 #include <QTimer>
 #include <algorithm>
 
+#include "surface/forms/controls/Label.h"
+#include "surface/forms/controls/TextBox.h"
 #include "surface/forms/picture/PictureSurface.h"
 #include "surface/forms/windows/Application.h"
 #include "surface/forms/windows/Menu.h"
@@ -193,6 +196,79 @@ TEST_F(Windows, NewChildTakesTheSizeThatFits) {
   EXPECT_TRUE(main.Area().viewport()->rect().contains(second.Frame().geometry()));
 }
 
+TEST_F(Windows, ChildrenFollowTheRoomUntilThePersonSizesThem) {
+  auto* child = new Child(main, "picture");
+  child->Fit(500 * kTwips, 5000 * kTwips);
+  child->Show();
+  const auto fills = [&] {
+    return child->Frame().geometry().bottom() == main.Area().viewport()->height() - 1;
+  };
+  EXPECT_TRUE(child->Width() == 500 * kTwips && fills());
+  main.SetHeight(700 * kTwips);
+  EXPECT_TRUE(fills()) << "the window manager has spoken late";
+  child->Fit(600 * kTwips, 100 * kTwips);
+  EXPECT_TRUE(child->Width() == 600 * kTwips && fills()) << "only grows";
+  child->SetWindowState(kMaximised);
+  child->SetWindowState(kNormal);
+  main.SetHeight(650 * kTwips);
+  EXPECT_TRUE(fills()) << "what the program did isn't the person's";
+
+  child->Frame().resize(300, 200);
+  const QRect chosen = child->Frame().geometry();
+  main.SetHeight(700 * kTwips);
+  child->Fit(700 * kTwips, 100 * kTwips);
+  EXPECT_EQ(child->Frame().geometry(), chosen);
+
+  auto* moved = new Child(main, "moved");
+  moved->Fit(500 * kTwips, 5000 * kTwips);
+  moved->Show();
+  moved->Frame().move(400, 300);
+  const QRect left = moved->Frame().geometry();
+  main.SetHeight(650 * kTwips);
+  EXPECT_EQ(moved->Frame().geometry(), left);
+}
+
+TEST_F(Windows, CaptionsHaveRoomOrLoseTheirBeginning) {
+  const std::string caption = "a picture of a rather long name.png - 100%";
+  auto* child = new Child(main, caption);
+  child->Fit(32 * kTwips, 32 * kTwips);
+  child->Show();
+  EXPECT_EQ(child->Frame().windowTitle().toStdString(), caption);
+  child->Frame().resize(child->Frame().width() - 80, 200);
+  const QString title = child->Frame().windowTitle();
+  EXPECT_TRUE(title.startsWith(QChar(0x2026)) && title.endsWith(".png - 100%")) << title.toStdString();
+  child->SetWindowState(kMaximised);
+  EXPECT_EQ(main.Widget()->windowTitle(), " Zelvane");
+  const auto* named = QAccessible::queryAccessibleInterface(&child->Frame());
+  EXPECT_EQ(named->text(QAccessible::Name).toStdString(), caption);
+}
+
+TEST_F(Windows, KeysAreTheWindowsUntilSomethingTakesThem) {
+  TextBox box(main.top, "box");
+  Label label(main.top, "label");
+  label.Move(100, 0, 50, 20);
+  int keys = 0;
+  main.OnKeyDown = [&](auto...) { ++keys; };
+  main.Activate();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(main.Widget()));
+  EXPECT_EQ(QApplication::focusWidget(), main.Widget());
+  QTest::keyClick(main.Widget(), Qt::Key_F2);
+  EXPECT_EQ(keys, 1);
+  QTest::mouseClick(label.Widget(), Qt::LeftButton);
+  EXPECT_FALSE(label.HasFocus());
+  label.SetTakesKeys(true);
+  QTest::mouseClick(label.Widget(), Qt::LeftButton);
+  EXPECT_TRUE(label.HasFocus());
+  QTest::keyClick(label.Widget(), Qt::Key_F2);
+  EXPECT_EQ(keys, 1) << "the label's own";
+  QTest::keyClick(label.Widget(), Qt::Key_Tab);
+  EXPECT_TRUE(box.HasFocus());
+  QTest::keyClick(box.Widget(), Qt::Key_Tab);
+  EXPECT_FALSE(label.HasFocus()) << "Tab passes it by";
+  main.Add("picture").Unload();
+  EXPECT_EQ(QApplication::focusWidget(), main.Widget()) << "the last child has gone";
+}
+
 TEST_F(Windows, ActiveFormStaysUntilAnotherChildTakesOver) {
   int changes = 0, activations = 0;
   main.OnActiveFormChanged = [&] { ++changes; };
@@ -251,14 +327,13 @@ TEST_F(Windows, StatesOfChildren) {
   const QRect place = other.Frame().geometry();
   other.SetWindowState(kMaximised);
   EXPECT_EQ(other.WindowState(), kMaximised);
-  EXPECT_EQ(main.Widget()->windowTitle(), " Zelvane");
   EXPECT_EQ(other.Width(), main.Area().viewport()->width() * kTwips);
   other.SetWindowState(kNormal);
   EXPECT_EQ(other.Frame().geometry(), place);
   EXPECT_EQ(other.Frame().windowTitle(), "other");
   other.SetWindowState(kMinimised);
   EXPECT_EQ(other.WindowState(), kMinimised);
-  child.Activate();
+  EXPECT_EQ(main.ActiveForm(), &child) << "the next one";
   other.Activate();
   EXPECT_EQ(other.WindowState(), kNormal);
   EXPECT_EQ(main.ActiveForm(), &other);
@@ -359,12 +434,27 @@ TEST_F(Windows, WindowListNamesTheChildren) {
   EXPECT_EQ(main.ActiveForm(), &one);
 }
 
-TEST_F(Windows, SystemColoursComeFromThePalette) {
+TEST_F(Windows, PanelsFollowThePaletteAndPicturesDoNot) {
   const QPalette before = QApplication::palette();
-  QPalette other = before;
-  other.setColor(QPalette::Window, QColor(1, 2, 3));
-  QApplication::setPalette(other);
-  EXPECT_EQ(ToColor(ToPixel(SystemColor::ButtonFace)), RGB(1, 2, 3));
+  main.top.SetBackColor(SystemColor::ButtonFace);
+  main.top.PSet(5, 5, SystemColor::ButtonText);
+  main.top.PSet(6, 6, RGB(9, 8, 7));
+  main.left.SetBackColor(kWhite);
+  PictureSurface layer(main, "layer", PictureSurface::Frame::No, PictureSurface::Kind::Layer);
+  layer.Move(0, 0, 150, 150);
+  layer.SetBackColor(SystemColor::ButtonFace);
+  const Bitmap picture = layer.Image(), plain = main.left.Image();
+  QPalette dark = before;
+  dark.setColor(QPalette::Window, QColor(1, 2, 3));
+  dark.setColor(QPalette::ButtonText, Qt::white);
+  dark.setColor(QPalette::Light, QColor(4, 4, 4));
+  QApplication::setPalette(dark);
+  DoEvents();
+  EXPECT_EQ(main.top.Point(0, 0), RGB(1, 2, 3));
+  EXPECT_EQ(main.top.Point(5, 5), kWhite);
+  EXPECT_EQ(main.top.Point(6, 6), RGB(9, 8, 7));
+  EXPECT_TRUE(layer.Image() == picture && main.left.Image() == plain);
+  EXPECT_GT(Split(ToColor(ToPixel(SystemColor::ButtonHighlight))).red, 40) << "an edge that is seen";
   QApplication::setPalette(before);
 }
 

@@ -29,7 +29,7 @@ void SetFirstColors(PictureSurface& layer) {
 
 ImageDocument::ImageDocument()
     : MdiChild("frmPaint", Owner()),
-      Back(*this, "Back"),
+      Back(*this, "Back", Panel::Face::Ground),
       PaintArea(Back, "PaintArea"),
       Buffer(*this, "Buffer", Frame::Yes, Kind::Layer),
       BufferSelected(*this, "BufferSelected", Frame::No, Kind::Layer),

@@ -55,7 +55,8 @@ class ImageDocument : public MdiChild {
   /// `BufferSelected` while a selection floats, else `Buffer`.
   PictureSurface& LiveLayer() { return SelectArea.Visible() ? BufferSelected : Buffer; }
 
-  /// `PaintArea` takes the size of the picture at the zoom.
+  /// `PaintArea` takes the size of the picture at the zoom, and the window grows with it, as far as there's
+  /// room and the person hasn't sized it.
   void SizePaintArea();
   /// The caption tells the window's `Tag` and the zoom.
   void ShowCaption();

@@ -17,6 +17,7 @@ InfoFrameControls::InfoFrameControls(Control& RightBar)
       iType(InfoFrame, "iType") {
   InfoFrame.SetBackColor(SystemColor::ButtonFace);
   InfoFrame.Move(2, 132, kInfoWidth, 5 * kRowHeight);
+  Split.SetBackColor(SystemColor::ButtonFace);
   Split.Move(2, 126, kInfoWidth, 2);
   lblHeading.Move(8, 0, kInfoWidth - 8, kRowHeight);
   lblHeading.SetFontBold(true);

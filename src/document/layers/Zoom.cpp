@@ -1,6 +1,7 @@
 #include "document/layers/ImageDocument.h"
 #include "shell/state/State.h"
 #include "surface/raster/FailingStep.h"
+#include "surface/raster/Units.h"
 
 namespace zelvane {
 namespace {
@@ -40,6 +41,8 @@ Rect Times(const Rect& pixels, int multiple) {
 void ImageDocument::SizePaintArea() {
   PaintArea.SetWidth(static_cast<Single>(Zoom / 100 * Buffer.ScaleWidth() + 2));
   PaintArea.SetHeight(static_cast<Single>(Zoom / 100 * Buffer.ScaleHeight() + 2));
+  Fit((PaintArea.Width() + VScroll1.Width()) * kTwipsPerPixel,
+      (PaintArea.Height() + HScroll1.Height()) * kTwipsPerPixel);
 }
 
 void ImageDocument::LayOutAxis(bool horizontal) {

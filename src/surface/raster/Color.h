@@ -22,6 +22,10 @@ struct Channels {
   friend constexpr bool operator==(Channels, Channels) = default;
 };
 
+constexpr bool IsSystemColor(Color color) {
+  return color.value < -1;
+}
+
 /// Builds a colour; components above 255 count as 255, below 0 as 0.
 constexpr Color RGB(int red, int green, int blue) {
   const auto cap = [](int component) { return std::clamp(component, 0, 255); };

@@ -1,6 +1,7 @@
 #include "surface/forms/controls/IconArt.h"
 
-#include <QCoreApplication>
+#include <QApplication>
+#include <QFile>
 #include <QPainter>
 #include <QSvgRenderer>
 #include <cmath>
@@ -8,14 +9,25 @@
 #include <tuple>
 
 #include "surface/forms/controls/Conversions.h"
+#include "surface/forms/controls/SystemColors.h"
 
 namespace zelvane {
 namespace {
 
 constexpr int kPointerSide = 32;
 
-QPixmap Drawn(const QString& path, int size, double ratio) {
-  QSvgRenderer drawing(path);
+/// The outlines of icons are of one colour, which a dark palette would swallow.
+constexpr char kOutline[] = "#6b7e96", kOutlineOnDark[] = "#b3c2d4";
+
+QByteArray Source(const QString& path, bool on_dark) {
+  QFile file(path);
+  if (!file.open(QIODevice::ReadOnly)) return {};
+  const QByteArray source = file.readAll();
+  return on_dark ? QByteArray(source).replace(kOutline, kOutlineOnDark) : source;
+}
+
+QPixmap Drawn(const QString& path, int size, double ratio, bool on_dark) {
+  QSvgRenderer drawing(Source(path, on_dark));
   if (!drawing.isValid() || size <= 0) return {};
   const int side = std::max(1, static_cast<int>(std::lround(size * ratio)));
   QPixmap pixels(side, side);
@@ -29,7 +41,7 @@ QPixmap Drawn(const QString& path, int size, double ratio) {
 
 /// What has been drawn, until the toolkit ends: it can't destroy pixels later.
 struct Gallery {
-  std::map<std::tuple<std::string, int, double>, QPixmap> icons;
+  std::map<std::tuple<std::string, int, double, bool>, QPixmap> icons;
   std::map<std::tuple<std::string, double>, QCursor> pointers;
 };
 
@@ -45,15 +57,16 @@ Gallery& Drawings() {
 
 QPixmap IconArt(const std::string& name, int size, double ratio) {
   if (name.empty()) return {};
-  const auto [entry, is_new] = Drawings().icons.try_emplace({name, size, ratio});
-  if (is_new) entry->second = Drawn(":/icons/" + ToQt(name) + ".svg", size, ratio);
+  const bool on_dark = IsDark(QApplication::palette());
+  const auto [entry, is_new] = Drawings().icons.try_emplace({name, size, ratio, on_dark});
+  if (is_new) entry->second = Drawn(":/icons/" + ToQt(name) + ".svg", size, ratio, on_dark);
   return entry->second;
 }
 
 QCursor PointerArt(const PointerIcon& icon, double ratio) {
   const auto [entry, is_new] = Drawings().pointers.try_emplace({icon.name, ratio}, Qt::ArrowCursor);
   if (is_new) {
-    const QPixmap pixels = Drawn(":/cursors/" + ToQt(icon.name) + ".svg", kPointerSide, ratio);
+    const QPixmap pixels = Drawn(":/cursors/" + ToQt(icon.name) + ".svg", kPointerSide, ratio, false);
     if (!pixels.isNull()) entry->second = QCursor(pixels, icon.hot_x, icon.hot_y);
   }
   return entry->second;

@@ -6,10 +6,12 @@
 
 namespace zelvane {
 
-/// A plain part of a window that holds other controls; its face is the desktop's.
+/// A plain part of a window that holds other controls.
 class Panel : public Control {
  public:
-  Panel(Control& parent, const std::string& name);
+  /// The desktop's, or a shade of it that sets off what lies on the panel.
+  enum class Face { Plain, Ground };
+  Panel(Control& parent, const std::string& name, Face face = Face::Plain);
 };
 
 }  // namespace zelvane

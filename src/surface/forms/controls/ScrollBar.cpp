@@ -23,11 +23,22 @@ ScrollBar::ScrollBar(Control& parent, const std::string& name, Direction directi
   width_ = static_cast<Single>(size.width() * UnitsPerPixel());
   height_ = static_cast<Single>(size.height() * UnitsPerPixel());
   bar->setRange(0, max_);
+  ShowEnabled();
   // The keyboard stays with the picture that is scrolled.
   bar->setFocusPolicy(Qt::NoFocus);
   QObject::connect(bar, &QScrollBar::valueChanged, bar,
                    [this, bar](int value) { Moved(value, bar->isSliderDown()); });
   QObject::connect(bar, &QScrollBar::sliderReleased, bar, [this] { Released(); });
+}
+
+void ScrollBar::SetEnabled(bool enabled) {
+  enabled_ = enabled;
+  ShowEnabled();
+}
+
+/// A bar with nothing to scroll looks it.
+void ScrollBar::ShowEnabled() {
+  if (widget_) widget_->setEnabled(enabled_ && max_ > 0);
 }
 
 void ScrollBar::SetMax(int16_t max) {
@@ -36,6 +47,7 @@ void ScrollBar::SetMax(int16_t max) {
     const Writing writing(*this);
     if (widget_) Bar(widget_)->setMaximum(max_);
   }
+  ShowEnabled();
   SetValue(value_);
 }
 

@@ -12,6 +12,7 @@ class ScrollBar : public Control {
   enum class Direction { Horizontal, Vertical };
   ScrollBar(Control& parent, const std::string& name, Direction direction);
 
+  void SetEnabled(bool enabled) override;
   int16_t Max() const { return max_; }
   /// A `Value` beyond it comes down to it, which fires `OnChange`.
   void SetMax(int16_t max);
@@ -41,6 +42,7 @@ class ScrollBar : public Control {
     ScrollBar& bar_;
     bool before_;
   };
+  void ShowEnabled();
   void Moved(int value, bool dragged);
   void Released();
   int16_t max_ = 0, value_ = 0;

@@ -2,10 +2,13 @@
 
 #include <QPaintEvent>
 #include <QWidget>
+#include <algorithm>
+#include <utility>
 
 #include "surface/forms/controls/Conversions.h"
 #include "surface/forms/controls/Events.h"
 #include "surface/forms/controls/IconArt.h"
+#include "surface/forms/controls/SystemColors.h"
 #include "surface/forms/picture/PixelPaint.h"
 #include "surface/raster/FailingStep.h"
 
@@ -37,11 +40,30 @@ class PictureSurface::View : public QWidget {
     if (frame > 0) PaintFrame(grid, width() - 2 * frame, height() - 2 * frame);
   }
 
+  void changeEvent(QEvent* event) override {
+    if (event->type() == QEvent::PaletteChange && surface) FollowPalette();
+  }
+
   void resizeEvent(QResizeEvent*) override {
     if (surface) surface->Follow(width(), height());
   }
 
  private:
+  /// A part of a window stays one in a new palette: what was drawn in the old colours gets the new ones.
+  void FollowPalette() {
+    TakeSystemColors();
+    const SystemShades before = std::exchange(shades_, ShadesOfParts());
+    if (before == shades_ || !IsSystemColor(surface->BackColor())) return;
+    for (int y = 0; y < surface->ScaleHeight(); ++y) {
+      Pixel* row = surface->WritableRow(y);
+      for (Pixel* pixel = row; pixel != row + surface->ScaleWidth(); ++pixel) {
+        const auto shade = std::find(before.begin(), before.end(), *pixel);
+        if (shade != before.end()) *pixel = shades_[static_cast<size_t>(shade - before.begin())];
+      }
+    }
+    update();
+  }
+
   void PaintIcon(const DeviceGrid& grid) const {
     const QPixmap icon = IconArt(surface->icon_, surface->icon_size_, grid.Scale());
     if (icon.isNull()) return;
@@ -51,6 +73,8 @@ class PictureSurface::View : public QWidget {
                         inside.top() + (inside.height() - icon.height()) / 2);
     grid.Painter().drawPixmap(QRect(corner, icon.size()), icon, icon.rect());
   }
+
+  SystemShades shades_ = ShadesOfParts();
 };
 
 PictureSurface::PictureSurface(Control& parent, const std::string& name, Frame frame, Kind kind)

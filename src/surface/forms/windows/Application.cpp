@@ -2,15 +2,17 @@
 
 #include <QApplication>
 #include <QIcon>
-#include <QPalette>
+#include <QPainter>
 #include <QProxyStyle>
+#include <QStyleOption>
 #include <QTimerEvent>
 #include <utility>
 
 #include "surface/forms/controls/Events.h"
 #include "surface/forms/controls/IconArt.h"
+#include "surface/forms/controls/SystemColors.h"
+#include "surface/forms/windows/ChildFrame.h"
 #include "surface/forms/windows/Form.h"
-#include "surface/raster/Color.h"
 
 /// Outside of any namespace, as the toolkit's macro asks.
 static void RegisterArt() {
@@ -22,23 +24,6 @@ namespace {
 
 /// How long after the start the program's icon is drawn, in milliseconds: the first window comes before it.
 constexpr int kIconDelay = 150;
-
-void FillSystemColors(const QPalette& palette) {
-  const auto tell = [](Color color, const QColor& shade) { SetSystemPixel(color.value & 0x1F, shade.rgb()); };
-  // The face of what is pressed: a shade off the buttons', to the side that has room for it.
-  const QColor button = palette.color(QPalette::Button);
-  tell(SystemColor::ScrollBar, button.lightness() < 128 ? button.lighter(150) : button.darker(108));
-  tell(SystemColor::ActiveCaption, palette.color(QPalette::Highlight));
-  tell(SystemColor::InactiveCaption, palette.color(QPalette::Disabled, QPalette::Highlight));
-  tell(SystemColor::WindowBackground, palette.color(QPalette::Base));
-  tell(SystemColor::WindowText, palette.color(QPalette::Text));
-  tell(SystemColor::CaptionText, palette.color(QPalette::HighlightedText));
-  tell(SystemColor::HighlightText, palette.color(QPalette::HighlightedText));
-  tell(SystemColor::ButtonFace, palette.color(QPalette::Window));
-  tell(SystemColor::ButtonShadow, palette.color(QPalette::Dark));
-  tell(SystemColor::ButtonText, palette.color(QPalette::ButtonText));
-  tell(SystemColor::ButtonHighlight, palette.color(QPalette::Light));
-}
 
 QIcon ProgramIcon() {
   QIcon icon;
@@ -56,6 +41,16 @@ class Style : public QProxyStyle {
   QIcon standardIcon(StandardPixmap which, const QStyleOption* option, const QWidget* widget) const override {
     if (which == SP_ToolBarHorizontalExtensionButton) return QIcon(IconArt("dropdown", 16, 1));
     return QProxyStyle::standardIcon(which, option, widget);
+  }
+
+  /// In a dark palette the box of a check mark would be drawn in black on nearly black.
+  void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override {
+    QProxyStyle::drawPrimitive(element, option, painter, widget);
+    if (element != PE_IndicatorCheckBox || !IsDark(option->palette)) return;
+    painter->setPen(option->palette.color(QPalette::PlaceholderText));
+    painter->setBrush(Qt::NoBrush);
+    painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
   }
 };
 
@@ -88,7 +83,8 @@ class Program : public QApplication {
     setDesktopFileName("zelvane");
     setQuitOnLastWindowClosed(false);
     setStyle(new Style);
-    FillSystemColors(palette());
+    TakeSystemColors();
+    InstallChildNames();
   }
   ~Program() override { current = nullptr; }
 
@@ -103,7 +99,7 @@ class Program : public QApplication {
   }
 
   bool event(QEvent* event) override {
-    if (event->type() == QEvent::ApplicationPaletteChange) FillSystemColors(palette());
+    if (event->type() == QEvent::ApplicationPaletteChange) TakeSystemColors();
     return QApplication::event(event);
   }
 

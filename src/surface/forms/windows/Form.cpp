@@ -62,7 +62,7 @@ Form::Form(const std::string& name, ChildHost& main) : Form(name, new QWidget) {
 Form::~Form() {
   std::erase(List(), this);
   std::erase(Gone(), this);
-  QMdiSubWindow* frame = engine_->ChildFrame();
+  ChildFrame* frame = engine_->ChildFrame();
   if (frame) engine_->Host()->RemoveChild(*this);
   engine_.reset();
   delete frame;
@@ -93,13 +93,11 @@ void Form::SetEnabled(bool enabled) {
 void Form::SetCaption(const std::string& caption) {
   caption_ = caption;
   if (!widget_) return;
-  // The toolkit takes one "[*]" for the place of its mark of a changed document, two for the text itself.
-  QString text = ToQt(caption);
-  text.replace("[*]", "[*][*]");
   if (engine_->ChildFrame()) {
-    engine_->Host()->SetChildCaption(*engine_->ChildFrame(), text);
+    engine_->Host()->SetChildCaption(*engine_->ChildFrame(), ToQt(caption));
   } else {
-    widget_->setWindowTitle(text);
+    // The toolkit takes one "[*]" for the place of its mark of a changed document, two for the text itself.
+    widget_->setWindowTitle(ToQt(caption).replace("[*]", "[*][*]"));
   }
 }
 

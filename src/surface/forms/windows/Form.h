@@ -73,6 +73,7 @@ class Form : public Control {
 
  private:
   friend class MdiForm;
+  friend class MdiChild;
   friend class MdiFrame;
   template <class Window>
   friend class SingleWindow;

@@ -5,7 +5,6 @@
 
 #include "surface/forms/controls/Conversions.h"
 #include "surface/forms/controls/Events.h"
-#include "surface/forms/windows/MdiArea.h"
 #include "surface/raster/Units.h"
 
 namespace zelvane {
@@ -45,10 +44,16 @@ void Form::Engine::TakeSize() {
     // A size of 0 stands for the one that the window would get by itself.
     const QSize size(form_.width_ > 0 ? Pixels(form_.width_) : inside_->width(),
                      form_.height_ > 0 ? Pixels(form_.height_) : inside_->height());
-    Outer().resize(frame_ ? WithFrame(*frame_, size) : size);
-    if (frame_) LayOutChild(*frame_);
+    Outer().resize(frame_ ? frame_->WithFrame(size) : size);
+    if (frame_) frame_->LayOut();
   }
   if (IsShown()) Follow();
+}
+
+void Form::Engine::Fit(Single width, Single height) {
+  if (IsShown()) return host_->FitChild(*frame_, QSize(Pixels(width), Pixels(height)));
+  form_.width_ = width;
+  form_.height_ = height;
 }
 
 void Form::Engine::TakePlace() {

@@ -1,11 +1,11 @@
 #pragma once
 
-#include <QMdiSubWindow>
 #include <QObject>
 #include <QPoint>
 #include <QPointer>
 #include <QSize>
 
+#include "surface/forms/windows/ChildFrame.h"
 #include "surface/forms/windows/Form.h"
 
 namespace zelvane {
@@ -15,8 +15,10 @@ class ChildHost {
  public:
   virtual ~ChildHost() = default;
   virtual Form& Main() = 0;
-  virtual QMdiSubWindow* AddChild(Form& child, QWidget& inside) = 0;
-  virtual void PlaceChild(QMdiSubWindow& child, QSize inside, bool keeps_place) = 0;
+  virtual ChildFrame* AddChild(Form& child, QWidget& inside) = 0;
+  virtual void PlaceChild(ChildFrame& child, QSize inside, bool keeps_place) = 0;
+  /// A child asks for another size: `ChildArea::FitChild`.
+  virtual void FitChild(ChildFrame& child, QSize inside) = 0;
   /// While a child comes up the toolkit's word on which one is active doesn't count: the form first hears of
   /// its size, then of its activation.
   virtual void HoldActivation(bool hold) = 0;
@@ -24,7 +26,7 @@ class ChildHost {
   /// The child is about to be hidden: the one that was active before takes its place.
   virtual void LeaveChild(Form& child) = 0;
   virtual void RemoveChild(Form& child) = 0;
-  virtual void SetChildCaption(QMdiSubWindow& child, const QString& caption) = 0;
+  virtual void SetChildCaption(ChildFrame& child, const QString& caption) = 0;
 };
 
 /// What joins a form to its window: takes the form's numbers to the window and the window's events to the
@@ -40,12 +42,14 @@ class Form::Engine : public QObject {
   Form* Main() const { return host_ ? &host_->Main() : nullptr; }
   /// What the form's `ScaleWidth` and `ScaleHeight` measure, where it isn't the whole inside.
   void SetRoom(QWidget& room) { room_ = &room; }
-  QMdiSubWindow* ChildFrame() const { return frame_; }
+  zelvane::ChildFrame* ChildFrame() const { return frame_; }
   /// The window with its frame, as far as that is the toolkit's.
   QWidget& Outer() const;
 
   void TakeSize();
   void TakePlace();
+  /// Takes the form's size as far as the main window has room, as `MdiChild::Fit` tells.
+  void Fit(Single width, Single height);
   /// Brings the form's numbers up to the window, where they differ by a pixel.
   void Follow();
   QSize Inside() const { return room_ ? room_->size() : inside_->size(); }
@@ -64,7 +68,7 @@ class Form::Engine : public QObject {
 
   Form& form_;
   QPointer<QWidget> inside_;
-  QPointer<QMdiSubWindow> frame_;
+  QPointer<zelvane::ChildFrame> frame_;
   QPointer<QWidget> room_;
   ChildHost* host_ = nullptr;
   QSize told_size_;

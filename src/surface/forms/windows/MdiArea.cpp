@@ -1,6 +1,5 @@
 #include "surface/forms/windows/MdiArea.h"
 
-#include <QLayout>
 #include <QScrollBar>
 #include <QShowEvent>
 #include <QStyle>
@@ -8,6 +7,7 @@
 #include <cmath>
 
 #include "surface/forms/controls/Conversions.h"
+#include "surface/forms/controls/SystemColors.h"
 #include "surface/raster/Units.h"
 
 namespace zelvane {
@@ -17,14 +17,6 @@ constexpr int kCorners = 5;
 
 }  // namespace
 
-QSize WithFrame(const QMdiSubWindow& child, QSize inside) {
-  return inside.grownBy(child.contentsMargins());
-}
-
-void LayOutChild(QMdiSubWindow& child) {
-  if (child.layout()) child.layout()->activate();
-}
-
 ChildArea::ChildArea(QWidget* parent) : QMdiArea(parent) {
   setActivationOrder(ActivationHistoryOrder);
   setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
@@ -33,8 +25,8 @@ ChildArea::ChildArea(QWidget* parent) : QMdiArea(parent) {
 }
 
 void ChildArea::ShadeBackground() {
-  // One shade below the window's own, in light and in dark palettes.
-  setBackground(palette().color(QPalette::Window).darker(130));
+  constexpr int kShade = 130;  // percent
+  setBackground(GroundOf(palette(), kShade));
 }
 
 void ChildArea::changeEvent(QEvent* event) {
@@ -44,32 +36,78 @@ void ChildArea::changeEvent(QEvent* event) {
 
 void ChildArea::showEvent(QShowEvent* event) {
   QMdiArea::showEvent(event);
-  for (const Newcomer& newcomer : std::exchange(waiting_, {})) Place(newcomer);
+  for (Fitting& fitting : fittings_)
+    if (!fitting.given.isValid()) Place(fitting);
 }
 
-void ChildArea::PlaceChild(QMdiSubWindow& child, QSize inside, bool keeps_place) {
-  if (isVisible()) return Place({&child, inside, keeps_place});
-  waiting_.push_back({&child, inside, keeps_place});
+void ChildArea::PlaceChild(ChildFrame& child, QSize inside, bool keeps_place) {
+  Forget(child);
+  fittings_.push_back({&child, inside, keeps_place});
+  if (isVisible()) Place(fittings_.back());
 }
 
-void ChildArea::Forget(const QMdiSubWindow& child) {
-  std::erase_if(waiting_, [&](const Newcomer& newcomer) { return newcomer.child == &child; });
+void ChildArea::Forget(const ChildFrame& child) {
+  std::erase_if(fittings_, [&](const Fitting& fitting) { return fitting.child == &child; });
 }
 
-void ChildArea::Place(const Newcomer& newcomer) {
-  QMdiSubWindow& child = *newcomer.child;
+/// What the child asks for, as far as there's room; two thirds of the room where it leaves that to the area.
+QSize ChildArea::SizeWithin(const Fitting& fitting, QSize room) {
+  const ChildFrame& child = *fitting.child;
+  const QSize asked = child.WithFrame(fitting.inside).expandedTo(QSize(child.WidthForCaption(), 0));
+  const QSize size(
+      fitting.inside.width() > 0 ? std::min(asked.width(), room.width()) : room.width() * 2 / 3,
+      fitting.inside.height() > 0 ? std::min(asked.height(), room.height()) : room.height() * 2 / 3);
+  return size.expandedTo(child.minimumSizeHint());
+}
+
+void ChildArea::Give(Fitting& fitting, const QRect& place) {
+  fitting.given = place;
+  const bool before = std::exchange(giving_, true);
+  ChildFrame& child = *fitting.child;
+  child.setGeometry(place);
+  child.LayOut();
+  giving_ = before;
+}
+
+void ChildArea::Place(Fitting& fitting) {
+  const ChildFrame& child = *fitting.child;
   if (child.isMaximized() || child.isMinimized()) return;
-  const QSize asked = WithFrame(child, newcomer.inside);
-  const QPoint corner = newcomer.keeps_place ? child.pos() : NextCorner();
-  const QSize room = viewport()->size() - QSize(corner.x(), corner.y());
-  const auto side = [](int inside, int whole, int rooms) {
-    return inside > 0 ? std::min(whole, rooms) : rooms * 2 / 3;
-  };
-  const QSize size(side(newcomer.inside.width(), asked.width(), room.width()),
-                   side(newcomer.inside.height(), asked.height(), room.height()));
-  child.resize(size.expandedTo(child.minimumSizeHint()));
-  child.move(corner);
-  LayOutChild(child);
+  const QPoint corner = fitting.keeps_place ? child.pos() : NextCorner();
+  Give(fitting, QRect(corner, SizeWithin(fitting, viewport()->size() - QSize(corner.x(), corner.y()))));
+}
+
+void ChildArea::FitChild(const ChildFrame& child, QSize inside) {
+  for (Fitting& fitting : fittings_) {
+    if (fitting.child != &child) continue;
+    fitting.inside = inside.expandedTo(fitting.inside);
+    if (!fitting.given.isValid() || child.isMaximized() || child.isMinimized()) return;
+    const QSize room = viewport()->size() - QSize(child.x(), child.y());
+    return Give(fitting, QRect(child.pos(), SizeWithin(fitting, room).expandedTo(child.size())));
+  }
+}
+
+/// The window manager may have its say only after a child has come up: what was cut to the room follows it.
+void ChildArea::resizeEvent(QResizeEvent* event) {
+  QMdiArea::resizeEvent(event);
+  for (size_t i = 0; i < fittings_.size(); ++i) {
+    Fitting& fitting = fittings_[i];
+    const QRect& given = fitting.given;
+    if (!given.isValid() || fitting.child->geometry() != given) continue;
+    Give(fitting,
+         QRect(given.topLeft(), SizeWithin(fitting, viewport()->size() - QSize(given.left(), given.top()))));
+  }
+}
+
+bool ChildArea::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::Resize && !giving_) {
+    std::erase_if(fittings_, [&](const Fitting& fitting) {
+      const ChildFrame& child = *fitting.child;
+      const bool is_normal = !child.isMaximized() && !child.isMinimized() && child.isVisible();
+      return &child == watched && is_normal && fitting.given.isValid() &&
+             child.size() != fitting.given.size();
+    });
+  }
+  return QMdiArea::eventFilter(watched, event);
 }
 
 /// A few corners down the area's diagonal, a title bar apart, over and over.

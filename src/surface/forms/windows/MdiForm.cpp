@@ -55,4 +55,8 @@ void MdiForm::Dock(Control& panel, Align align) {
 
 MdiChild::MdiChild(const std::string& name, MdiForm& main) : Form(name, *main.frame_) {}
 
+void MdiChild::Fit(Single width, Single height) {
+  if (Widget()) engine_->Fit(width, height);
+}
+
 }  // namespace zelvane

@@ -48,6 +48,11 @@ class MdiForm : public Form {
 class MdiChild : public Form {
  public:
   MdiChild(const std::string& name, MdiForm& main);
+
+  /// Asks for an inside of that size, in twips. The window takes it as far as the main window has room, now
+  /// and whenever the room changes, and is wide enough for its caption. One that shows already only grows;
+  /// one that the person has sized keeps its size.
+  void Fit(Single width, Single height);
 };
 
 }  // namespace zelvane

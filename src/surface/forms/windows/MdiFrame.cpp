@@ -1,10 +1,6 @@
 #include "surface/forms/windows/MdiFrame.h"
 
-#include <QLayout>
-#include <QMenu>
 #include <QPainter>
-#include <QStyle>
-#include <QWindowStateChangeEvent>
 
 #include "surface/forms/controls/Events.h"
 #include "surface/forms/controls/IconArt.h"
@@ -17,46 +13,6 @@ constexpr int kChildIcon = 16;
 
 }  // namespace
 
-/// A child's frame. While it fills the main window it bears no title of its own: the toolkit would write it
-/// into the main window's, by which other programs find that window.
-class MdiFrame::Child : public QMdiSubWindow {
- public:
-  Child(Form& form, MdiFrame& main) : form_(form), main_(main) { ConfineSystemMenu(); }
-  Form& Served() const { return form_; }
-  const QString& Caption() const { return caption_; }
-
-  void SetCaption(const QString& caption) {
-    caption_ = caption;
-    setAccessibleName(caption);
-    ShowTitle();
-  }
-
- protected:
-  void changeEvent(QEvent* event) override {
-    if (event->type() == QEvent::WindowStateChange && isMaximized()) ShowTitle();
-    QMdiSubWindow::changeEvent(event);
-    if (event->type() == QEvent::WindowStateChange && !isMaximized()) ShowTitle();
-  }
-
- private:
-  void ShowTitle() {
-    setWindowTitle(isMaximized() ? QString() : caption_);
-    main_.TellCaption();
-  }
-
-  /// Leaves out what the program has no use for, and takes the closing key that a menu may want.
-  void ConfineSystemMenu() {
-    for (QAction* action : systemMenu()->actions()) {
-      if (action->isCheckable()) action->setVisible(false);
-      if (!action->shortcut().isEmpty()) action->setShortcut(Qt::CTRL | Qt::Key_F4);
-    }
-  }
-
-  Form& form_;
-  MdiFrame& main_;
-  QString caption_;
-};
-
 MdiFrame::MdiFrame() : bar_(new CaptionBar), field_(new DockField) {
   // A bar that the desktop shows elsewhere has no room for the buttons of a child that fills the window.
   bar_->setNativeMenuBar(false);
@@ -64,10 +20,14 @@ MdiFrame::MdiFrame() : bar_(new CaptionBar), field_(new DockField) {
   setCentralWidget(field_);
   connect(&field_->Children(), &QMdiArea::subWindowActivated, this,
           [this](QMdiSubWindow* window) { Activated(window); });
+  // Keys are the window's own until a child or a press takes them, rather than those of the first box in it.
+  setFocus();
 }
 
-QMdiSubWindow* MdiFrame::AddChild(Form& form, QWidget& inside) {
-  auto* child = new Child(form, *this);
+ChildFrame* MdiFrame::AddChild(Form& form, QWidget& inside) {
+  auto* child = new ChildFrame(form);
+  child->OnTitleChanged = [this] { TellCaption(); };
+  child->OnMinimised = [this, &form] { Minimised(form); };
   child->setObjectName(QString::fromStdString(form.Name()) + "Frame");
   child->setAttribute(Qt::WA_DeleteOnClose, false);
   child->setWidget(&inside);
@@ -75,13 +35,17 @@ QMdiSubWindow* MdiFrame::AddChild(Form& form, QWidget& inside) {
   return child;
 }
 
-void MdiFrame::PlaceChild(QMdiSubWindow& child, QSize inside, bool keeps_place) {
+void MdiFrame::PlaceChild(ChildFrame& child, QSize inside, bool keeps_place) {
   child.setWindowIcon(IconArt("zelvane", kChildIcon, devicePixelRatioF()));
   field_->Children().PlaceChild(child, inside, keeps_place);
 }
 
-void MdiFrame::SetChildCaption(QMdiSubWindow& child, const QString& caption) {
-  static_cast<Child&>(child).SetCaption(caption);
+void MdiFrame::FitChild(ChildFrame& child, QSize inside) {
+  field_->Children().FitChild(child, inside);
+}
+
+void MdiFrame::SetChildCaption(ChildFrame& child, const QString& caption) {
+  child.SetCaption(caption);
 }
 
 void MdiFrame::ActivateChild(Form& form) {
@@ -92,7 +56,7 @@ void MdiFrame::ActivateChild(Form& form) {
 
 void MdiFrame::Activated(QMdiSubWindow* window) {
   // None: the main window has lost the keyboard, but its active form stays.
-  if (window && !holding_) SetActive(&static_cast<Child*>(window)->Served());
+  if (window && !holding_) SetActive(&static_cast<ChildFrame*>(window)->Served());
 }
 
 void MdiFrame::SetActive(Form* form) {
@@ -105,18 +69,34 @@ void MdiFrame::SetActive(Form* form) {
   if (active_ == form) FireEvent(OnActiveChanged);
 }
 
+/// The child that was active before this one, one that isn't minimised if there is such; null without any.
+Form* MdiFrame::NextTo(const Form& form) const {
+  const QList<QMdiSubWindow*> latest = field_->Children().subWindowList(QMdiArea::ActivationHistoryOrder);
+  Form* minimised = nullptr;
+  for (auto window = latest.rbegin(); window != latest.rend(); ++window) {
+    Form& next = static_cast<ChildFrame*>(*window)->Served();
+    if (&next == &form || next.unloading_ || (*window)->isHidden()) continue;
+    if (!(*window)->isMinimized()) return &next;
+    if (!minimised) minimised = &next;
+  }
+  return minimised;
+}
+
 void MdiFrame::LeaveChild(Form& form) {
   if (&form != active_) return;
   if (form_->unloading_) {
     active_ = nullptr;
     return;
   }
-  const QList<QMdiSubWindow*> latest = field_->Children().subWindowList(QMdiArea::ActivationHistoryOrder);
-  for (auto window = latest.rbegin(); window != latest.rend(); ++window) {
-    Form& next = static_cast<Child*>(*window)->Served();
-    if (&next != &form && !next.unloading_ && !(*window)->isHidden()) return ActivateChild(next);
-  }
+  if (Form* next = NextTo(form)) return ActivateChild(*next);
+  // The toolkit would give the keyboard to the first box of the panels.
+  setFocus();
   SetActive(nullptr);
+}
+
+void MdiFrame::Minimised(const Form& form) {
+  Form* next = &form == active_ && !holding_ ? NextTo(form) : nullptr;
+  if (next && !next->engine_->ChildFrame()->isMinimized()) ActivateChild(*next);
 }
 
 void MdiFrame::RemoveChild(Form& form) {
@@ -126,7 +106,7 @@ void MdiFrame::RemoveChild(Form& form) {
 }
 
 void MdiFrame::TellCaption() {
-  auto* child = active_ ? static_cast<Child*>(active_->engine_->ChildFrame()) : nullptr;
+  const ChildFrame* child = active_ ? active_->engine_->ChildFrame() : nullptr;
   bar_->SetCaption(child && child->isMaximized() && !child->isMinimized() ? child->Caption() : QString());
 }
 
@@ -148,12 +128,10 @@ void CaptionBar::paintEvent(QPaintEvent* event) {
   const QWidget* buttons = cornerWidget(Qt::TopRightCorner);
   if (buttons && buttons->isVisible()) room.setRight(buttons->x() - gap);
   if (room.width() < gap * 2) return;
-  QString text = caption_;
-  text.replace("[*][*]", "[*]");
   QPainter painter(this);
   painter.setPen(palette().color(QPalette::WindowText));
   painter.drawText(room, Qt::AlignRight | Qt::AlignVCenter | Qt::TextSingleLine,
-                   fontMetrics().elidedText(text, Qt::ElideMiddle, room.width()));
+                   fontMetrics().elidedText(caption_, Qt::ElideLeft, room.width()));
 }
 
 }  // namespace zelvane

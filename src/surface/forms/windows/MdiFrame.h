@@ -35,16 +35,18 @@ class MdiFrame : public QMainWindow, public ChildHost {
   std::function<void()> OnActiveChanged;
 
   Form& Main() override { return *form_; }
-  QMdiSubWindow* AddChild(Form& child, QWidget& inside) override;
-  void PlaceChild(QMdiSubWindow& child, QSize inside, bool keeps_place) override;
+  ChildFrame* AddChild(Form& child, QWidget& inside) override;
+  void PlaceChild(ChildFrame& child, QSize inside, bool keeps_place) override;
   void HoldActivation(bool hold) override { holding_ = hold; }
   void ActivateChild(Form& child) override;
   void LeaveChild(Form& child) override;
   void RemoveChild(Form& child) override;
-  void SetChildCaption(QMdiSubWindow& child, const QString& caption) override;
+  void FitChild(ChildFrame& child, QSize inside) override;
+  void SetChildCaption(ChildFrame& child, const QString& caption) override;
 
  private:
-  class Child;
+  void Minimised(const Form& child);
+  Form* NextTo(const Form& child) const;
   void Activated(QMdiSubWindow* window);
   void SetActive(Form* child);
   void TellCaption();
