@@ -127,7 +127,7 @@ void TraceLine(Place from, Place to, const Cells& cells) {
   }
 }
 
-/// Passes one unit of three on. The dots stay where they are while the overlay grows.
+/// Passes two units of four on. The dots stay where they are while the overlay grows.
 class DotTracer : public OverlayTracer {
  public:
   explicit DotTracer(OverlayTracer& tracer) : OverlayTracer(tracer.Inside()), tracer_(tracer) {}
@@ -135,7 +135,7 @@ class DotTracer : public OverlayTracer {
   void Cover(const Rect& piece) override {
     for (int y = piece.top; y < piece.bottom; ++y) {
       for (int x = piece.left; x < piece.right; ++x) {
-        if ((x + y) % 3 == 0) tracer_.Cover({x, y, x + 1, y + 1});
+        if ((x + y) % 4 < 2) tracer_.Cover({x, y, x + 1, y + 1});
       }
     }
   }
