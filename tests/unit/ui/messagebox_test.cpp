@@ -15,20 +15,13 @@ namespace zelvane {
 namespace {
 
 TEST(MessageLayout, StyleSumsComeApart) {
-  struct Case {
-    int sum, set, icon, button;
-  };
-  for (const Case& c : {Case{0, 0, -1, 0},
-                        {35, 3, 1, 0},
-                        {4 + 32 + 256, 4, 1, 1},
-                        {512, 0, -1, 2},
-                        {64 + 15, 15, 3, 0},
-                        {16, 0, 0, 0},
-                        {-20, -20, -2, 0}}) {
-    const MsgBoxStyle style = SplitStyle(c.sum);
+  constexpr int kSums[][4] = {{0, 0, -1, 0},       {35, 3, 1, 0}, {4 + 32 + 256, 4, 1, 1}, {512, 0, -1, 2},
+                              {64 + 15, 15, 3, 0}, {16, 0, 0, 0}, {-20, -20, -2, 0}};
+  for (const auto& [sum, set, icon, button] : kSums) {
+    const MsgBoxStyle style = SplitStyle(sum);
     EXPECT_EQ((std::array{style.button_set, style.icon_index, style.default_button}),
-              (std::array{c.set, c.icon, c.button}))
-        << c.sum;
+              (std::array{set, icon, button}))
+        << sum;
   }
   std::string rows;
   for (int set = -1; set <= 6; ++set) {
@@ -40,11 +33,11 @@ TEST(MessageLayout, StyleSumsComeApart) {
 
 /// Worked by hand from the texts' sizes.
 TEST(MessageLayout, FiguresOfTextsSetsAndIcons) {
-  struct Case {
-    MsgBoxParts parts;
-    MsgBoxPlaces places;
+  const auto figures = [](const MsgBoxPlaces& p) {
+    return std::array{p.width,      p.height,          p.text_left, p.text_top, p.first_button_left,
+                      p.button_top, p.control_box_left};
   };
-  const Case cases[] = {
+  const std::pair<MsgBoxParts, MsgBoxPlaces> cases[] = {
       // The title decides: 700 + 300 + 270. The text would stand at 570 and is kept off the icon.
       {{700, 100, 240, 0, true, true, kAlignCentre, 19200}, {1270, 1755, 750, 285, 687.5, 810, 910}},
       // The row of three buttons decides: 3 * 1095 + 570 + 2 * 105.
@@ -58,14 +51,8 @@ TEST(MessageLayout, FiguresOfTextsSetsAndIcons) {
       // The screen cuts: 9600 - 240.
       {{700, 30000, 240, 1, false, true, kAlignCentre, 9600}, {9360, 1515, 150, 150, 4132.5, 570, 9000}},
   };
-  for (const auto& [parts, want] : cases) {
-    const MsgBoxPlaces got = LayOut(parts);
-    EXPECT_EQ((std::array{got.width, got.height, got.text_left, got.text_top, got.first_button_left,
-                          got.button_top, got.control_box_left}),
-              (std::array{want.width, want.height, want.text_left, want.text_top, want.first_button_left,
-                          want.button_top, want.control_box_left}))
-        << parts.title_width << ' ' << parts.text_width << ' ' << parts.button_count;
-  }
+  for (const auto& [parts, places] : cases)
+    EXPECT_EQ(figures(LayOut(parts)), figures(places)) << parts.title_width << ' ' << parts.text_width;
   EXPECT_EQ(Centred(3000, 1000, 1600), 2700) << "wider than its owner";
 }
 
@@ -121,21 +108,26 @@ struct Ground : Canvas {
 };
 
 TEST(Gradients, BandsChangeByThree) {
+  struct Case {
+    Color colour;
+    bool brighten, fast;
+    std::vector<std::pair<int, int>> bands;  // and by how many changes each is lighter
+  };
+  const Case cases[] = {
+      {RGB(250, 6, 100), false, false, {{0, 0}, {1, -1}, {2, -2}, {3, -3}, {40, -40}, {84, -84}}},
+      // Of the first 29 changes 14 count; the lightest is white.
+      {RGB(10, 20, 200), true, true, {{0, 0}, {1, 0}, {2, 1}, {29, 14}, {30, 15}, {84, 69}}},
+      {RGB(10, 20, 200), true, false, {{0, 0}, {2, 0}, {3, 1}, {83, 27}}},
+  };
   for (int16_t direction = 1; direction <= 4; ++direction) {
-    Ground ground;
-    FillGradient(ground, RGB(250, 6, 100), direction, false, false);
-    for (const int band : {0, 1, 2, 3, 40, 84}) {
-      EXPECT_EQ(ground.Band(direction, band), RGB(250 - 3 * band, 6 - 3 * band, 100 - 3 * band))
-          << direction << ' ' << band;
-    }
-    FillGradient(ground, RGB(10, 20, 200), direction, true, true);
-    // Of the first 29 changes 14 count; the lightest is white.
-    for (const auto& [band, steps] : {std::pair{0, 0}, {1, 0}, {2, 1}, {29, 14}, {30, 15}, {84, 69}})
-      EXPECT_EQ(ground.Band(direction, band), RGB(10 + 3 * steps, 20 + 3 * steps, 200 + 3 * steps)) << band;
-    FillGradient(ground, RGB(10, 20, 200), direction, true, false);
-    for (const int band : {0, 2, 3, 83}) {
-      const int lighter = band / 3 * 3;
-      EXPECT_EQ(ground.Band(direction, band), RGB(10 + lighter, 20 + lighter, 200 + lighter)) << band;
+    for (const auto& [colour, brighten, fast, bands] : cases) {
+      Ground ground;
+      FillGradient(ground, colour, direction, brighten, fast);
+      const auto [red, green, blue] = Split(colour);
+      for (const auto& [band, steps] : bands) {
+        EXPECT_EQ(ground.Band(direction, band), RGB(red + 3 * steps, green + 3 * steps, blue + 3 * steps))
+            << direction << ' ' << band;
+      }
     }
   }
   Ground plain;
@@ -149,34 +141,21 @@ TEST(Gradients, BandsChangeByThree) {
 
 TEST(Gradients, DirectionsLeadFromOneEndToTheOther) {
   const Color colour = RGB(255, 0, 128);
-  struct Case {
-    int16_t direction;
-    int black_x, black_y, full_x, full_y;
-  };
-  for (const Case& c : {Case{1, 128, 0, 128, 255},
-                        {3, 128, 255, 128, 0},
-                        {2, 0, 128, 255, 128},
-                        {4, 255, 128, 0, 128},
-                        {5, 128, 128, 3, 3},
-                        {6, 3, 3, 128, 128},
-
-                        {9, 0, 0, 255, 255},
-                        {10, 255, 255, 0, 0},
-                        {11, 255, 0, 0, 255},
-                        {12, 0, 255, 255, 0},
-                        {13, 0, 255, 255, 0},
-                        {14, 255, 0, 0, 255},
-                        {15, 255, 255, 0, 0},
-                        {16, 0, 0, 255, 255}}) {
+  // Where it is black, and where it is full.
+  constexpr int kEnds[][5] = {{1, 128, 0, 128, 255}, {3, 128, 255, 128, 0}, {2, 0, 128, 255, 128},
+                              {4, 255, 128, 0, 128}, {5, 128, 128, 3, 3},   {6, 3, 3, 128, 128},
+                              {9, 0, 0, 255, 255},   {10, 255, 255, 0, 0},  {11, 255, 0, 0, 255},
+                              {12, 0, 255, 255, 0},  {13, 0, 255, 255, 0},  {14, 255, 0, 0, 255},
+                              {15, 255, 255, 0, 0},  {16, 0, 0, 255, 255}};
+  for (const auto& [direction, black_x, black_y, full_x, full_y] : kEnds) {
     Ground ground(256, 256);
-    ASSERT_TRUE(FillGradientDirectional(ground, colour, c.direction));
-    const Channels dark = Split(ground.GetPixel(c.black_x, c.black_y));
-    const Channels full = Split(ground.GetPixel(c.full_x, c.full_y));
+    ASSERT_TRUE(FillGradientDirectional(ground, colour, static_cast<int16_t>(direction)));
+    const Channels dark = Split(ground.GetPixel(black_x, black_y));
+    const Channels full = Split(ground.GetPixel(full_x, full_y));
     // The pen is 12 wide, so an end may show a step that came up to 12 later.
-    EXPECT_LE(dark.red, 12) << c.direction;
-    EXPECT_GE(full.red, 243) << c.direction;
-    EXPECT_EQ(full.green, 0) << c.direction;
-    EXPECT_EQ(full.blue, 128) << "no component grows beyond its own";
+    EXPECT_LE(dark.red, 12) << direction;
+    EXPECT_GE(full.red, 243) << direction;
+    EXPECT_EQ(full, (Channels{full.red, 0, 128})) << "no component grows beyond its own";
   }
   Ground ground(64, 32);
   EXPECT_FALSE(FillGradientDirectional(ground, kNoColor, 7));

@@ -17,96 +17,77 @@ std::string Shown(const std::string& format, const std::string& text, bool posit
 }
 
 TEST(NumberMask, ShowsNumbers) {
-  struct Case {
-    const char *format, *number, *shown;
-  };
-  const Case cases[] = {{kMoney, "1234.5", "1,234.50"},
-                        {kMoney, "5", "5.00"},
-                        {kMoney, "-5", "(5.00)"},
-                        {kMoney, "(5", "(5.00)"},
-                        {kMoney, "-0", "0.00"},
-                        {kMoney, "", "0.00"},
-                        {kMoney, "-", "0.00"},
-                        {kMoney, ".", "0.00"},
-                        {kMoney, ".5", "0.50"},
-                        {kMoney, "007", "7.00"},
-                        {kMoney, "1234567", "234,567.00"},
-                        {"##0 pixel(s)", "10", "10 pixel(s)"},
-                        {"##0 pixel(s)", "0", "0 pixel(s)"},
-                        {"##0", "1234", "234"},
-                        {"##0", "12.", "12"},
-                        {"##0", "-7", "-7"},
-                        {"000", "5", "005"},
-                        {"#,##0", "12", "12"},
-                        {"-#,##0", "1234", "-1,234"},
-                        {"#.##", "0.5", ".5"},
-                        {"0.0 kg", "1.2", "1.2 kg"},
-                        {"0.0 kg", "1.234", "1.234g"},
-                        {"###", "0", ""},
-                        {"##0;x -##0", "-4", "-4"},
-                        {"", "12", ""}};
-  for (const auto& [format, number, shown] : cases)
+  constexpr const char* kCases[][3] = {{kMoney, "1234.5", "1,234.50"},
+                                       {kMoney, "(5", "(5.00)"},
+                                       {kMoney, "-1234.56", "(1,234.56)"},
+                                       {kMoney, "-0", "0.00"},
+                                       {kMoney, "", "0.00"},
+                                       {kMoney, "-", "0.00"},
+                                       {kMoney, ".", "0.00"},
+                                       {kMoney, ".5", "0.50"},
+                                       {kMoney, "007", "7.00"},
+                                       {kMoney, "1234567", "234,567.00"},
+                                       {"##0 pixel(s)", "0", "0 pixel(s)"},
+                                       {"##0 pixel(s)", "250 pixel(s)", "250 pixel(s)"},
+                                       {"##0", "12.", "12"},
+                                       {"##0", "-7", "-7"},
+                                       {"000", "5", "005"},
+                                       {"#,##0", "12", "12"},
+                                       {"-#,##0", "1234", "-1,234"},
+                                       {"#.##", "0.5", ".5"},
+                                       {"0.0 kg", "1.2", "1.2 kg"},
+                                       {"0.0 kg", "1.234", "1.234g"},
+                                       {"#0.", "42.", "42"},
+                                       {"###", "0", ""},
+                                       {"##0;x -##0", "-4", "-4"},
+                                       {"", "12", ""}};
+  for (const auto& [format, number, shown] : kCases)
     EXPECT_EQ(Shown(format, number), shown) << "'" << number << "' through '" << format << "'";
+  EXPECT_EQ(Shown(kMoney, "-12", true), "12.00");
 }
 
 TEST(NumberMask, KnowsWhenASignIsWanted) {
-  EXPECT_EQ(MaskOf("##0", false, false), "-##0");
+  constexpr const char* kCases[][2] = {
+      {"##0", "-##0"}, {"##0 (m)", "##0 (m)"}, {"#;#x", "-#x"}, {"#;(#);y", "(#);y"}};
+  for (const auto& [format, mask] : kCases) EXPECT_EQ(MaskOf(format, false, false), mask);
   EXPECT_EQ(MaskOf("##0", false, true), "##0");
-  EXPECT_EQ(MaskOf("##0 (m)", false, false), "##0 (m)");
-  EXPECT_EQ(MaskOf("#;#x", false, false), "-#x");
-  EXPECT_EQ(MaskOf("#;(#);y", false, false), "(#);y");
-  EXPECT_EQ(Shown("##0", "-12", true), "12");
 }
 
 TEST(NumberMask, ReducesTextToANumber) {
-  const auto reduced = [](const char* text) { return ReduceToNumber(text, false).text; };
-  EXPECT_EQ(reduced("  1,234.50 "), "1234.50");
-  EXPECT_EQ(reduced("(5.00)"), "-5.00");
-  EXPECT_EQ(reduced("1-2(3"), "123");
-  EXPECT_EQ(reduced("1.2.3"), "1.23");
-  EXPECT_EQ(reduced("x-1"), "1");
-  EXPECT_EQ(reduced("12 pixel(s)"), "12");
-  EXPECT_EQ(reduced("   "), "");
-  EXPECT_FALSE(ReduceToNumber("-12", false).is_positive);
-  EXPECT_TRUE(ReduceToNumber("-12", true).is_positive);
-  EXPECT_TRUE(ReduceToNumber("-0", false).is_positive);
+  constexpr const char* kCases[][2] = {
+      {"  1,234.50 ", "1234.50"}, {"(5.00)", "-5.00"}, {"1-2(3", "123"}, {"1.2.3", "1.23"}, {"   ", ""}};
+  for (const auto& [text, reduced] : kCases) EXPECT_EQ(ReduceToNumber(text, false).text, reduced);
 }
 
 TEST(NumberMask, TellsTheLongestInput) {
-  EXPECT_EQ(LongestInput("##0 pixel(s)"), 12);
-  EXPECT_EQ(LongestInput("##0"), 3);
-  EXPECT_EQ(LongestInput(""), 0);
-  EXPECT_EQ(LongestInput(kMoney), 10);
-  EXPECT_EQ(LongestInput("####;##"), 4);
-  EXPECT_EQ(LongestInput("##;-##"), 3);
-  EXPECT_EQ(LongestInput("##;(##)"), 3);
-  EXPECT_EQ(LongestInput(std::string(40000, '#')), 32767);
+  const std::pair<std::string, int> cases[] = {{"##0 pixel(s)", 12}, {"", 0},
+                                               {kMoney, 10},         {"####;##", 4},
+                                               {"##;-##", 3},        {std::string(40000, '#'), 32767}};
+  for (const auto& [format, longest] : cases) EXPECT_EQ(LongestInput(format), longest) << format;
 }
 
 TEST(NumberMask, ReadsAndWritesNumbers) {
-  EXPECT_EQ(NumberOf("1,234.50"), 1);
-  EXPECT_EQ(NumberOf("-5.5"), -5.5);
-  EXPECT_EQ(NumberOf(" 12 pixel(s)"), 12);
-  EXPECT_EQ(NumberOf(".5"), 0.5);
+  const std::pair<std::string, double> spelt[] = {
+      {"1,234.50", 1},
+      {"-5.5", -5.5},
+      {" 12 pixel(s)", 12},
+      {".5", 0.5},
+      {"1e3", 1},
+      {"-" + std::string(400, '9'), -std::numeric_limits<double>::max()},
+      {"0." + std::string(400, '0') + "1", 0}};
+  for (const auto& [text, number] : spelt) EXPECT_EQ(NumberOf(text), number) << text;
   for (const char* none : {"", " ", "-", ".", "(5.00)", "inf", "nan", "-inf"})
     EXPECT_EQ(NumberOf(none), 0) << none;
-  EXPECT_EQ(NumberOf("1e3"), 1);
-  EXPECT_EQ(NumberOf("-" + std::string(400, '9')), -std::numeric_limits<double>::max());
-  EXPECT_EQ(NumberOf("0." + std::string(400, '0') + "1"), 0);
-
-  EXPECT_EQ(NumberText(0.1 + 0.2), "0.3");
-  EXPECT_EQ(NumberText(999999.99), "999999.99");
-  EXPECT_EQ(NumberText(-12), "-12");
-  EXPECT_EQ(NumberText(1e20), "100000000000000000000");
-  EXPECT_EQ(NumberText(0.00001), "0.00001");
+  constexpr std::pair<double, const char*> kWritten[] = {
+      {0.1 + 0.2, "0.3"}, {999999.99, "999999.99"}, {1e20, "100000000000000000000"}, {0.00001, "0.00001"}};
+  for (const auto& [number, text] : kWritten) EXPECT_EQ(NumberText(number), text);
 }
 
 TEST(NumberMask, ReadsColours) {
-  EXPECT_EQ(ColorNumberOf("&H00FFFFFF&"), 0xFFFFFF);
-  EXPECT_EQ(ColorNumberOf("&H0000FF"), 0xFF);
-  EXPECT_EQ(static_cast<uint32_t>(ColorNumberOf("&H80000005&")), 0x80000005u);
-  EXPECT_EQ(ColorNumberOf("255"), 255);
-  EXPECT_EQ(ColorNumberOf("white"), 0);
+  constexpr std::pair<const char*, uint32_t> kCases[] = {
+      {"&H00FFFFFF&", 0xFFFFFF}, {"&H0000FF", 0xFF}, {"&H80000005&", 0x80000005}, {"255", 255}, {"white", 0}};
+  for (const auto& [text, colour] : kCases)
+    EXPECT_EQ(static_cast<uint32_t>(ColorNumberOf(text)), colour) << text;
 }
 
 }  // namespace
