@@ -6,10 +6,16 @@
 #include <QImageWriter>
 #include <algorithm>
 #include <cstdlib>
+#include <fstream>
 
 #include "surface/codecs/PictureDecoder.h"
 
 namespace zelvane::test {
+
+std::string Folder::Put(const std::string& name, const std::string& text) const {
+  std::ofstream(Path(name)) << text;
+  return Path(name);
+}
 
 QImage Sample(int width, int height) {
   QImage image(width, height, QImage::Format_RGB32);
@@ -37,13 +43,12 @@ std::optional<Bitmap> Decoded(const Bytes& bytes) {
   return DecodePicture({bytes.data(), bytes.size()}, LimitByMemory());
 }
 
-std::vector<Bytes> Cuts(const Bytes& bytes) {
-  std::vector<Bytes> cuts{Bytes(bytes.begin(), bytes.begin() + static_cast<ptrdiff_t>(bytes.size() / 2))};
-  const size_t step = bytes.size() / 50 + 1;
-  for (size_t size = 0; size + 8 < bytes.size(); size += step) {
-    cuts.emplace_back(bytes.begin(), bytes.begin() + static_cast<ptrdiff_t>(size));
-  }
-  return cuts;
+std::vector<Pixel> PixelsOf(const Bytes& bytes) {
+  const auto bitmap = Decoded(bytes);
+  std::vector<Pixel> pixels;
+  for (int y = 0; bitmap && y < bitmap->Height(); ++y)
+    pixels.insert(pixels.end(), bitmap->Row(y), bitmap->Row(y) + bitmap->Width());
+  return pixels;
 }
 
 int Difference(const std::optional<Bitmap>& bitmap, const QImage& expected) {
@@ -60,75 +65,65 @@ int Difference(const std::optional<Bitmap>& bitmap, const QImage& expected) {
   return largest;
 }
 
-void AppendNumber(Bytes& bytes, uint64_t value, int count, bool big_endian) {
-  for (int i = 0; i < count; ++i) {
-    const int byte = big_endian ? count - 1 - i : i;
-    bytes.push_back(static_cast<unsigned char>(byte < 8 ? value >> 8 * byte : 0));
+Bytes operator+(Bytes start, const Bytes& rest) {
+  start.insert(start.end(), rest.begin(), rest.end());
+  return start;
+}
+
+Bytes Part(const Bytes& bytes, size_t from, size_t count) {
+  const auto start = bytes.begin() + static_cast<ptrdiff_t>(from);
+  return {start, start + static_cast<ptrdiff_t>(count)};
+}
+
+Bytes Text(const std::string& text) {
+  return {text.begin(), text.end()};
+}
+
+Bytes Numbers(const std::vector<uint64_t>& values, int size, bool big_endian) {
+  Bytes bytes;
+  for (const uint64_t value : values) {
+    for (int i = 0; i < size; ++i) {
+      const int byte = big_endian ? size - 1 - i : i;
+      bytes.push_back(static_cast<unsigned char>(value >> 8 * byte));
+    }
   }
+  return bytes;
 }
 
-void AppendText(Bytes& bytes, const std::string& text) {
-  bytes.insert(bytes.end(), text.begin(), text.end());
+namespace {
+
+/// A chunk of PNG's kind, with a checksum of its own.
+Bytes Chunk(const std::string& name, const Bytes& data) {
+  const Bytes summed = Text(name) + data;
+  const uint64_t sum = crc32(0, summed.data(), static_cast<uInt>(summed.size()));
+  return Numbers({data.size()}, 4, true) + summed + Numbers({sum}, 4, true);
 }
 
-void AppendChunk(Bytes& bytes, const std::string& name, const Bytes& data) {
-  AppendNumber(bytes, data.size(), 4, true);
-  const size_t from = bytes.size();
-  AppendText(bytes, name);
-  bytes.insert(bytes.end(), data.begin(), data.end());
-  AppendNumber(bytes, crc32(0, bytes.data() + from, static_cast<uInt>(bytes.size() - from)), 4, true);
-}
+}  // namespace
 
 Bytes Mng(uint32_t width, uint32_t height, const Bytes& png, uint32_t left, uint32_t top) {
-  Bytes bytes{0x8A, 'M', 'N', 'G', '\r', '\n', 0x1A, '\n'};
-  Bytes header;
-  AppendNumber(header, width, 4, true);
-  AppendNumber(header, height, 4, true);
-  header.resize(28);
-  AppendChunk(bytes, "MHDR", header);
-  AppendChunk(bytes, "LOOP", {0, 0x7F, 0xFF, 0xFF, 0xFF});  // a player that plays this is busy for hours
-  AppendChunk(bytes, "ENDL", {0});
-  Bytes place{0, 0, 0, 0};
-  AppendNumber(place, left, 4, true);
-  AppendNumber(place, top, 4, true);
-  AppendChunk(bytes, "DEFI", place);
-  bytes.insert(bytes.end(), png.begin() + 8, png.end());
-  AppendChunk(bytes, "MEND", {});
-  return bytes;
+  constexpr size_t kSignature = 8;
+  return Bytes{0x8A, 'M', 'N', 'G', '\r', '\n', 0x1A, '\n'} +
+         Chunk("MHDR", Numbers({width, height, 0, 0, 0, 0, 0}, 4, true)) +
+         Chunk("LOOP", {0, 0x7F, 0xFF, 0xFF, 0xFF}) +  // a player that plays this is busy for hours
+         Chunk("ENDL", {0}) + Chunk("DEFI", Numbers({0, left, top}, 4, true)) +
+         Part(png, kSignature, png.size() - kSignature) + Chunk("MEND", {});
 }
 
 Bytes BmpHeader(int32_t width, int32_t height, uint32_t depth, uint32_t compression, uint32_t colors) {
-  Bytes bytes{'B', 'M'};
   const uint32_t masks = compression == 3 ? 12 : 0;
-  for (const auto& [number, size] : {std::pair<uint64_t, int>{0, 8},
-                                     {54 + masks + colors * 4, 4},
-                                     {40, 4},
-                                     {static_cast<uint32_t>(width), 4},
-                                     {static_cast<uint32_t>(height), 4},
-                                     {1, 2},
-                                     {depth, 2},
-                                     {compression, 4},
-                                     {0, 12},
-                                     {colors, 4},
-                                     {0, 4}})
-    AppendNumber(bytes, number, size);
-  return bytes;
+  const auto side = [](int32_t value) { return static_cast<uint32_t>(value); };
+  return Text("BM") + Numbers({0, 0, 54 + masks + colors * 4, 40, side(width), side(height)}, 4) +
+         Numbers({1, depth}, 2) + Numbers({compression, 0, 0, 0, colors, 0}, 4);
 }
 
 Bytes Gif() {
-  Bytes bytes;
-  AppendText(bytes, "GIF89a");
-  for (const unsigned char byte : {5, 0, 4, 0, 0x81, 0, 0}) bytes.push_back(byte);
-  for (const unsigned char byte : {255, 0, 0, 0, 255, 0, 0, 0, 255, 9, 9, 9}) bytes.push_back(byte);
-  for (const unsigned char byte : {0x21, 0xF9, 4, 1, 0, 0, 3, 0}) bytes.push_back(byte);
-  for (const unsigned char byte : {0x2C, 1, 0, 1, 0, 3, 0, 2, 0, 0, 2}) bytes.push_back(byte);
-  // Codes of three bits, kept at that width by clearing: clear, 0, 1, clear, 2, 3, clear, 0, 1, end.
-  uint32_t bits = 0;
+  // Codes of three bits, kept at that width by clearing (4), the last first.
+  uint64_t bits = 0;
   for (const uint32_t code : {5u, 1u, 0u, 4u, 3u, 2u, 4u, 1u, 0u, 4u}) bits = bits << 3 | code;
-  bytes.push_back(4);
-  AppendNumber(bytes, bits, 4);
-  AppendNumber(bytes, 0x3B00, 2);
-  return bytes;
+  return Text("GIF89a") + Bytes{5, 0, 4, 0, 0x81, 0, 0} + Bytes{255, 0, 0, 0, 255, 0, 0, 0, 255, 9, 9, 9} +
+         Bytes{0x21, 0xF9, 4, 1, 0, 0, 3, 0} + Bytes{0x2C, 1, 0, 1, 0, 3, 0, 2, 0, 0, 2, 4} +
+         Numbers({bits}, 4) + Numbers({0x3B00}, 2);
 }
 
 }  // namespace zelvane::test

@@ -10,10 +10,13 @@
 
 #include "surface/raster/Bitmap.h"
 
-/// Files that the tests of the readers make.
+/// Files that the tests make.
 namespace zelvane::test {
 
 using Bytes = std::vector<unsigned char>;
+
+inline constexpr Pixel kRed = 0xFFFF0000u, kGreen = 0xFF00FF00u, kBlue = 0xFF0000FFu,
+                       kWhitePixel = 0xFFFFFFFFu, kBlackPixel = 0xFF000000u;
 
 /// A folder of its own, gone at the end of the test.
 class Folder {
@@ -21,6 +24,8 @@ class Folder {
   std::string Path(const std::string& name) const {
     return folder_.filePath(QString::fromStdString(name)).toStdString();
   }
+  /// Writes a file and returns its path.
+  std::string Put(const std::string& name, const std::string& text) const;
 
  private:
   QTemporaryDir folder_;
@@ -33,21 +38,23 @@ Bytes Encoded(const QImage& image, const char* format, int quality = -1,
               QImageIOHandler::Transformations transformation = {}, bool progressive = false);
 
 std::optional<Bitmap> Decoded(const Bytes& bytes);
-
-/// Every size shorter than the whole; the step keeps large files quick.
-std::vector<Bytes> Cuts(const Bytes& bytes);
+/// Row by row; none where the file doesn't open.
+std::vector<Pixel> PixelsOf(const Bytes& bytes);
 
 /// The largest difference of a channel; 256 where the sizes differ.
 int Difference(const std::optional<Bitmap>& bitmap, const QImage& expected);
+inline int Difference(const Bytes& bytes, const QImage& expected) {
+  return Difference(Decoded(bytes), expected);
+}
 
-void AppendNumber(Bytes& bytes, uint64_t value, int count, bool big_endian = false);
-void AppendText(Bytes& bytes, const std::string& text);
-
-/// A chunk of PNG's kind, with a checksum of its own.
-void AppendChunk(Bytes& bytes, const std::string& name, const Bytes& data);
+Bytes operator+(Bytes start, const Bytes& rest);
+Bytes Part(const Bytes& bytes, size_t from, size_t count);
+Bytes Text(const std::string& text);
+/// Each value in that many bytes.
+Bytes Numbers(const std::vector<uint64_t>& values, int size, bool big_endian = false);
 
 /// An animation of one PNG at a place on a canvas.
-Bytes Mng(uint32_t width, uint32_t height, const Bytes& png, uint32_t left, uint32_t top);
+Bytes Mng(uint32_t width, uint32_t height, const Bytes& png, uint32_t left = 0, uint32_t top = 0);
 
 /// A bitmap file's headers; the pixels or the palette follow.
 Bytes BmpHeader(int32_t width, int32_t height, uint32_t depth, uint32_t compression, uint32_t colors = 0);

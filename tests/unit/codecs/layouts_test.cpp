@@ -5,43 +5,60 @@
 namespace zelvane::test {
 namespace {
 
-constexpr Pixel kRed = 0xFFFF0000u, kGreen = 0xFF00FF00u, kBlue = 0xFF0000FFu, kWhitePixel = 0xFFFFFFFFu;
-
 TEST(Layouts, RowsOfAnInterlacedGifGoToTheirPlaces) {
-  Bytes gif{'G', 'I', 'F', '8', '9', 'a', 1, 0, 8, 0, 0x81, 0, 0};
-  for (const unsigned char byte : {255, 0, 0, 0, 255, 0, 0, 0, 255, 9, 9, 9}) gif.push_back(byte);
-  for (const unsigned char byte : {0x2C, 0, 0, 0, 0, 1, 0, 8, 0, 0x40, 2, 8}) gif.push_back(byte);
-  // Rows 0, 4, 2, 6, 1, 3, 5, 7; codes of three bits, kept at that width by clearing (4).
-  const uint64_t codes[] = {4, 0, 1, 4, 2, 0, 4, 1, 2, 4, 0, 1, 5};
+  // Rows 0, 4, 2, 6, 1, 3, 5, 7; codes of three bits, kept at that width by clearing (4), the last first.
   uint64_t bits = 0;
-  for (size_t i = 0; i < std::size(codes); ++i) bits |= codes[i] << 3 * i;
-  AppendNumber(gif, bits, 8);
-  AppendNumber(gif, 0x3B00, 2);
-  const auto picture = Decoded(gif);
-  ASSERT_TRUE(picture);
-  const Pixel rows[] = {kRed, kGreen, kBlue, kBlue, kGreen, kRed, kRed, kGreen};
-  for (int y = 0; y < 8; ++y) EXPECT_EQ(picture->Row(y)[0], rows[y]) << y;
-}
-
-void ExpectRow(const Bytes& file, const std::vector<Pixel>& row) {
-  const auto picture = Decoded(file);
-  ASSERT_TRUE(picture && picture->Height() == 1);
-  EXPECT_EQ(std::vector<Pixel>(picture->Row(0), picture->Row(0) + picture->Width()), row);
+  for (const uint64_t code : {5u, 1u, 0u, 4u, 2u, 1u, 4u, 0u, 2u, 4u, 1u, 0u, 4u}) bits = bits << 3 | code;
+  EXPECT_EQ(
+      PixelsOf(Text("GIF89a") + Bytes{1, 0, 8, 0, 0x81, 0, 0} +
+               Bytes{255, 0, 0, 0, 255, 0, 0, 0, 255, 9, 9, 9} +
+               Bytes{0x2C, 0, 0, 0, 0, 1, 0, 8, 0, 0x40, 2, 8} + Numbers({bits}, 8) + Numbers({0x3B00}, 2)),
+      (std::vector{kRed, kGreen, kBlue, kBlue, kGreen, kRed, kRed, kGreen}));
 }
 
 TEST(Layouts, AnIconOfFewColoursIsClearWhereItsMaskSays) {
-  Bytes icon{0, 0, 1, 0, 1, 0, 3, 1, 2, 0, 0, 0, 0, 0, 56, 0, 0, 0, 22, 0, 0, 0};
-  const Bytes header = BmpHeader(3, 2, 1, 0, 2);
-  icon.insert(icon.end(), header.begin() + 14, header.end());
-  for (const uint32_t number : {0xFF0000u, 0x00FF00u, 0x20u, 0x40u}) AppendNumber(icon, number, 4);
-  ExpectRow(icon, {kRed, kWhitePixel, kGreen});
+  const Bytes icon{0, 0, 1, 0, 1, 0, 3, 1, 2, 0, 0, 0, 0, 0, 56, 0, 0, 0, 22, 0, 0, 0};
+  EXPECT_EQ(
+      PixelsOf(icon + Part(BmpHeader(3, 2, 1, 0, 2), 14, 40) + Numbers({0xFF0000, 0x00FF00, 0x20, 0x40}, 4)),
+      (std::vector{kRed, kWhitePixel, kGreen}));
 }
 
-/// Sides of 16 bits, three bytes a colour.
-TEST(Layouts, TheOldestBitmapHeader) {
-  ExpectRow({'B', 'M', 0, 0, 0, 0, 0, 0, 0, 0,   32, 0,   0, 0, 12,   0, 0, 0,
-             3,   0,   1, 0, 1, 0, 1, 0, 0, 255, 0,  255, 0, 0, 0xA0, 0, 0, 0},
-            {kBlue, kGreen, kBlue});
+TEST(Layouts, TheLargestPictureOfAnIconIsTaken) {
+  const QImage large = Sample(16, 16);
+  const Bytes png = Encoded(large, "png"), ico = Encoded(Sample(8, 8), "ico"),
+              dib = Part(ico, 22, ico.size() - 22);
+  for (const uint64_t kind : {1u, 2u}) {  // icons and cursors
+    const Bytes icon = Numbers({0, kind, 2, 0x0808, 0, 0, 0}, 2) + Numbers({dib.size(), 38}, 4) +
+                       Numbers({0x1010, 0, 0, 0}, 2) + Numbers({png.size(), 38 + dib.size()}, 4) + dib + png;
+    EXPECT_EQ(Difference(icon, large), 0) << kind;
+  }
+}
+
+TEST(Layouts, BitmapFilesOfEveryKind) {
+  const Bytes palette = Numbers({0x000000, 0xFF0000, 0x00FF00}, 4);
+  const std::pair<Bytes, std::vector<Pixel>> cases[] = {
+      // The oldest header: sides of 16 bits, three bytes a colour.
+      {Text("BM") + Numbers({0, 0, 32, 12}, 4) + Numbers({3, 1, 1, 1}, 2) +
+           Bytes{0, 255, 0, 255, 0, 0, 0xA0, 0, 0, 0},
+       {kBlue, kGreen, kBlue}},
+      // From the top; 5 bits a channel.
+      {BmpHeader(2, -1, 16, 0) + Numbers({0x7C00, 0x7FFF}, 2), {kRed, kWhitePixel}},
+      // Masks for the channels.
+      {BmpHeader(2, 1, 32, 3) + Numbers({0xFF, 0xFF00, 0xFF0000, 0x0000FF, 0x00FF00}, 4), {kRed, kGreen}},
+      // Runs: two of colour 1, three one by one, the end of the row, a jump by (1, 0), the end.
+      {BmpHeader(5, 2, 8, 1, 3) + palette + Bytes{2, 1, 0, 3, 2, 0, 1, 0, 0, 0, 0, 2, 1, 0, 1, 2, 0, 1},
+       {kBlackPixel, kGreen, kBlackPixel, kBlackPixel, kBlackPixel, kRed, kRed, kGreen, kBlackPixel, kRed}},
+      {BmpHeader(3, 1, 4, 2, 3) + palette + Bytes{3, 0x12, 0, 1}, {kRed, kGreen, kRed}},
+  };
+  for (const auto& [file, pixels] : cases) EXPECT_EQ(PixelsOf(file), pixels);
+}
+
+TEST(Layouts, ABitmapOfTheOldXKindHasSixteenPixelsANumber) {
+  std::vector<Pixel> pixels(17, kWhitePixel);
+  for (const size_t x : {0u, 15u, 16u}) pixels[x] = kBlackPixel;
+  EXPECT_EQ(PixelsOf(Text("/* drawn */\n#define a_width 17\n#define a_height 1\n"
+                          "static short a_bits[] = {0x8001, 1};\n")),
+            pixels);
 }
 
 }  // namespace

@@ -8,34 +8,26 @@
 namespace zelvane::test {
 namespace {
 
-TEST(PicFormat32, HandsEachPictureOverOnce) {
+TEST(Components, HandEachPictureOverOnce) {
   const Folder folder;
-  const Bitmap red(3, 2, 0xFFFF0000u), blue(2, 2, 0xFF0000FFu);
-  ASSERT_TRUE(SavePicture(red, folder.Path("red.bmp")).Done());
-  ASSERT_TRUE(SavePicture(blue, folder.Path("blue.gif")).Done());
+  const Bitmap red(3, 2, kRed), blue(2, 2, kBlue);
+  const std::string red_file = folder.Path("red.tif"), blue_file = folder.Path("blue.gif"),
+                    missing = folder.Path("missing.bmp");
+  ASSERT_TRUE(SavePicture(red, red_file).Done() && SavePicture(blue, blue_file).Done());
   PicFormat32 reader;
-  EXPECT_EQ(reader.ReadPicture(folder.Path("missing.bmp")), 0);
-  const int32_t first = reader.ReadPicture(folder.Path("red.bmp"));
-  const int32_t second = reader.ReadPicture(folder.Path("blue.gif"));
-  EXPECT_NE(first, second);
+  EXPECT_EQ(reader.ReadPicture(missing), 0);
+  const int32_t first = reader.ReadPicture(red_file), second = reader.ReadPicture(blue_file);
   EXPECT_TRUE(reader.TakePicture(first) == red);
   EXPECT_FALSE(reader.TakePicture(first));
   EXPECT_TRUE(reader.TakePicture(second) == blue);
-}
-
-TEST(ImgEdit, ShowsTheImageThatWasSet) {
-  const Folder folder;
-  const Bitmap red(3, 2, 0xFFFF0000u);
-  ASSERT_TRUE(SavePicture(red, folder.Path("red.tif")).Done());
   ImgEdit edit;
   EXPECT_FALSE(edit.Display());
-  edit.SetImage(folder.Path("red.tif"));
-  EXPECT_FALSE(edit.TakePicture());
+  edit.SetImage(red_file);
   EXPECT_TRUE(edit.Display());
   EXPECT_TRUE(edit.TakePicture() == red);
   EXPECT_FALSE(edit.TakePicture());
   edit.Display();
-  edit.SetImage(folder.Path("missing.tif"));
+  edit.SetImage(missing);
   EXPECT_FALSE(edit.Display());
   EXPECT_FALSE(edit.TakePicture());
 }

@@ -23,9 +23,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-void Put(const std::string& path, const std::string& text) {
-  std::ofstream(path) << text;
-}
 std::string TextOf(const std::string& path) {
   std::ifstream file(path);
   return {std::istreambuf_iterator<char>(file), {}};
@@ -37,23 +34,20 @@ std::vector<std::string> NamesIn(const std::string& folder) {
   std::sort(names.begin(), names.end());
   return names;
 }
-const Bytes kNew{'n', 'e', 'w'};
-const std::vector<std::string> kOnlyFile{"file"};
+/// The reason that the file couldn't be written for.
+std::string Fault(const std::string& path, const Bytes& bytes = {'n', 'e', 'w'}) {
+  return WriteFileSafely(path, bytes).reason;
+}
 
 TEST(Paths, FolderNameAndExtension) {
-  struct Case {
-    const char *path, *folder, *name, *extension;
-  };
-  for (const Case& c : {Case{"/a/b.PNG", "/a", "b.PNG", "png"},
-                        {"/b", "/", "b", ""},
-                        {"b.c.d", "", "b.c.d", "d"},
-                        {"/a.b/c", "/a.b", "c", ""},
-                        {"/a/", "/a", "", ""},
-                        {"x.", "", "x.", ""},
-                        {"/ä/Ü.ÄÖ", "/ä", "Ü.ÄÖ", "äö"}}) {
-    EXPECT_EQ(FolderOf(c.path), c.folder) << c.path;
-    EXPECT_EQ(NameOf(c.path), c.name) << c.path;
-    EXPECT_EQ(ExtensionOf(c.path), c.extension) << c.path;
+  constexpr const char* kCases[][4] = {
+      {"/a/b.PNG", "/a", "b.PNG", "png"}, {"/b", "/", "b", ""},  {"b.c.d", "", "b.c.d", "d"},
+      {"/a.b/c", "/a.b", "c", ""},        {"/a/", "/a", "", ""}, {"x.", "", "x.", ""},
+      {"/ä/Ü.ÄÖ", "/ä", "Ü.ÄÖ", "äö"}};
+  for (const auto& [path, folder, name, extension] : kCases) {
+    EXPECT_EQ(FolderOf(path), folder) << path;
+    EXPECT_EQ(NameOf(path), name) << path;
+    EXPECT_EQ(ExtensionOf(path), extension) << path;
   }
 }
 
@@ -61,7 +55,7 @@ TEST(Paths, StayThoseOfTheFileMeant) {
   const Folder folder;
   fs::create_directories(folder.Path("deep/inner"));
   fs::create_symlink("deep/inner", folder.Path("link"));
-  Put(folder.Path("deep/file"), "meant");
+  folder.Put("deep/file", "meant");
   EXPECT_EQ(TextOf(AbsolutePath(folder.Path("link/../file"))), "meant");
   EXPECT_EQ(AbsolutePath(""), "");
   const std::string before = CurrentFolder();
@@ -74,14 +68,14 @@ TEST(Paths, StayThoseOfTheFileMeant) {
 
 TEST(Folders, TellFilesFromFolders) {
   const Folder folder;
-  for (const char* name : {"b.exe", "A.EXE", "c.txt"}) Put(folder.Path(name), "");
+  for (const char* name : {"b.exe", "A.EXE", "c.txt"}) folder.Put(name, "");
   fs::create_directory(folder.Path("d.exe"));
   EXPECT_EQ(FilesIn(folder.Path("."), "*.exe"), (std::vector<std::string>{"A.EXE", "b.exe"}));
   EXPECT_TRUE(FilesIn(folder.Path("missing"), "*").empty());
-  EXPECT_TRUE(FileExists(folder.Path("c.txt")));
   EXPECT_FALSE(FileExists(folder.Path("d.exe")));
   EXPECT_FALSE(DeleteFile(folder.Path("d.exe")));
   EXPECT_TRUE(RenameFile(folder.Path("c.txt"), folder.Path("e.txt")));
+  EXPECT_TRUE(FileExists(folder.Path("e.txt")));
   EXPECT_TRUE(DeleteFile(folder.Path("e.txt")));
   EXPECT_FALSE(FileExists(folder.Path("e.txt")));
 }
@@ -111,17 +105,16 @@ TEST(Folders, TheTemporaryOneIsThisUsersAlone) {
 TEST(WriteFileSafely, ReplacesTheFileAndKeepsItsRights) {
   const Folder folder;
   const std::string path = folder.Path("file"), link = folder.Path("link");
-  EXPECT_EQ(WriteFileSafely(path, kNew).reason, "");
-  EXPECT_EQ(TextOf(path), "new");
-  Put(path, "old");
+  EXPECT_EQ(Fault(path, {'o', 'l', 'd'}), "");
+  EXPECT_EQ(TextOf(path), "old");
   fs::permissions(path, fs::perms{0751});
   fs::create_symlink("file", link);
-  EXPECT_EQ(WriteFileSafely(link, kNew).reason, "");
+  EXPECT_EQ(Fault(link), "");
   EXPECT_TRUE(fs::is_symlink(link));
   EXPECT_EQ(TextOf(path), "new");
   EXPECT_EQ(fs::status(path).permissions(), fs::perms{0751});
   fs::create_symlink("later", folder.Path("dangling"));
-  EXPECT_EQ(WriteFileSafely(folder.Path("dangling"), {}).reason, "");
+  EXPECT_EQ(Fault(folder.Path("dangling"), {}), "");
   EXPECT_EQ(fs::file_size(folder.Path("later")), 0u);
   EXPECT_EQ(NamesIn(folder.Path(".")), (std::vector<std::string>{"dangling", "file", "later", "link"}));
 }
@@ -131,26 +124,25 @@ TEST(WriteFileSafely, RefusesWhatIsNoFileOrHasNoPlace) {
   fs::create_directory(folder.Path("inner"));
   ASSERT_EQ(::mkfifo(folder.Path("pipe").c_str(), 0600), 0);
   fs::create_symlink("circle", folder.Path("circle"));
-  EXPECT_EQ(WriteFileSafely(folder.Path("inner"), kNew).reason, "it is a folder");
-  EXPECT_EQ(WriteFileSafely(folder.Path("pipe"), kNew).reason, "it is a device or the like, not a file");
-  EXPECT_EQ(WriteFileSafely("/dev/null", kNew).reason, "it is a device or the like, not a file");
-  EXPECT_EQ(WriteFileSafely(folder.Path("gone/file"), kNew).reason, "the folder doesn't exist");
-  EXPECT_EQ(WriteFileSafely(folder.Path("circle"), kNew).reason, "the link leads back to itself");
-  EXPECT_EQ(WriteFileSafely(folder.Path(std::string(300, 'x')), kNew).reason, "the name is too long");
-  EXPECT_EQ(WriteFileSafely(folder.Path("inner/"), kNew).reason, "it is a folder");
-  EXPECT_NE(WriteFileSafely("", kNew).reason, "");
+  constexpr const char* kCases[][2] = {{"inner", "it is a folder"},
+                                       {"inner/", "it is a folder"},
+                                       {"pipe", "it is a device or the like, not a file"},
+                                       {"gone/file", "the folder doesn't exist"},
+                                       {"circle", "the link leads back to itself"}};
+  for (const auto& [name, fault] : kCases) EXPECT_EQ(Fault(folder.Path(name)), fault) << name;
+  EXPECT_EQ(Fault(folder.Path(std::string(300, 'x'))), "the name is too long");
+  EXPECT_NE(Fault(""), "");
 }
 
 TEST(WriteFileSafely, WhateverFailsLeavesTheOldFileAlone) {
   const Folder folder;
-  const std::string path = folder.Path("file");
-  Put(path, "old");
+  const std::string path = folder.Put("file", "old");
   rlimit before = {};
   ::getrlimit(RLIMIT_FSIZE, &before);
   const rlimit small{100000, before.rlim_max};
   SurviveFileSizeLimit();
   ::setrlimit(RLIMIT_FSIZE, &small);
-  EXPECT_EQ(WriteFileSafely(path, Bytes(200000)).reason, "the file would be too large");
+  EXPECT_EQ(Fault(path, Bytes(200000)), "the file would be too large");
   ::setrlimit(RLIMIT_FSIZE, &before);
   const auto no_memory = [](const auto& sink) -> bool {
     sink("half", 4);
@@ -159,15 +151,13 @@ TEST(WriteFileSafely, WhateverFailsLeavesTheOldFileAlone) {
   EXPECT_EQ(WriteSafely(path, no_memory).reason, "there isn't enough memory");
   EXPECT_NE(WriteSafely(path, [](const auto& sink) { return sink("half", 4), false; }).reason, "");
   EXPECT_EQ(TextOf(path), "old");
-  EXPECT_EQ(NamesIn(folder.Path(".")), kOnlyFile);
+  EXPECT_EQ(NamesIn(folder.Path(".")), (std::vector<std::string>{"file"}));
 }
 
 TEST(WriteFileSafely, DeadDraftsAreSweptAndNobodyElses) {
   const Folder folder;
   const std::string path = folder.Path("file"), dead = ".zelvane-0123456789ab",
                     live = ".zelvane-ba9876543210";
-  const std::vector<std::string> others{".zelvane-0123456789a", ".zelvane-0123456789aX",
-                                        ".zelvane-notes.txt"};
   if (const pid_t writer = ::fork(); writer == 0) {
     SafeFile file(path);
     file.Write("half", 4);
@@ -175,15 +165,16 @@ TEST(WriteFileSafely, DeadDraftsAreSweptAndNobodyElses) {
   } else {
     ASSERT_EQ(::waitpid(writer, nullptr, 0), writer);
   }
-  for (const std::string& name : {dead, live, others[0], others[1], others[2]})
-    Put(folder.Path(name), "draft");
+  std::vector<std::string> kept{".zelvane-0123456789a", ".zelvane-0123456789aX", live, ".zelvane-notes.txt"};
+  for (const std::string& name : kept) folder.Put(name, "draft");
+  folder.Put(dead, "draft");
   const int held = ::open(folder.Path(live).c_str(), O_RDONLY);
   ASSERT_EQ(::flock(held, LOCK_EX), 0);
-  EXPECT_EQ(WriteFileSafely(path, kNew).reason, "");
-  EXPECT_EQ(NamesIn(folder.Path(".")),
-            (std::vector<std::string>{others[0], others[1], live, others[2], "file"}));
+  EXPECT_EQ(Fault(path), "");
+  kept.push_back("file");
+  EXPECT_EQ(NamesIn(folder.Path(".")), kept);
   ::close(held);
-  EXPECT_EQ(WriteFileSafely(path, kNew).reason, "");
+  EXPECT_EQ(Fault(path), "");
   EXPECT_FALSE(FileExists(folder.Path(live)));
 }
 
@@ -193,12 +184,12 @@ TEST(WriteFileSafely, AFullOrReadOnlyDiskLeavesTheOldFile) {
   fs::create_directory(disk);
   if (::mount("none", disk.c_str(), "tmpfs", 0, "size=64k") != 0)
     GTEST_SKIP() << "may not mount a small disk";
-  Put(disk + "/file", "old");
-  EXPECT_EQ(WriteFileSafely(disk + "/file", Bytes(200000)).reason, "no space left on the device");
+  folder.Put("disk/file", "old");
+  EXPECT_EQ(Fault(disk + "/file", Bytes(200000)), "no space left on the device");
   ::mount("none", disk.c_str(), nullptr, MS_REMOUNT | MS_RDONLY, nullptr);
-  EXPECT_EQ(WriteFileSafely(disk + "/file", kNew).reason, "the disk is read-only");
+  EXPECT_EQ(Fault(disk + "/file"), "the disk is read-only");
   EXPECT_EQ(TextOf(disk + "/file"), "old");
-  EXPECT_EQ(NamesIn(disk), kOnlyFile);
+  EXPECT_EQ(NamesIn(disk), (std::vector<std::string>{"file"}));
   ::umount(disk.c_str());
 }
 
@@ -206,13 +197,14 @@ TEST(WriteFileSafely, ProtectedFilesAndFoldersStay) {
   if (::geteuid() == 0) GTEST_SKIP() << "nothing is protected from the superuser";
   const Folder folder;
   fs::create_directory(folder.Path("inner"));
-  Put(folder.Path("inner/file"), "old");
-  fs::permissions(folder.Path("inner/file"), fs::perms{0444});
-  EXPECT_EQ(WriteFileSafely(folder.Path("inner/file"), kNew).reason, "permission denied");
-  fs::permissions(folder.Path("inner/file"), fs::perms{0644});
-  fs::permissions(folder.Path("inner"), fs::perms{0555});
-  EXPECT_EQ(WriteFileSafely(folder.Path("inner/file"), kNew).reason, "permission denied");
-  EXPECT_EQ(TextOf(folder.Path("inner/file")), "old");
+  const std::string path = folder.Put("inner/file", "old");
+  const auto faults_with = [&](fs::perms of_file, fs::perms of_folder) {
+    fs::permissions(path, of_file), fs::permissions(folder.Path("inner"), of_folder);
+    return Fault(path);
+  };
+  EXPECT_EQ(faults_with(fs::perms{0444}, fs::perms{0755}), "permission denied");
+  EXPECT_EQ(faults_with(fs::perms{0644}, fs::perms{0555}), "permission denied");
+  EXPECT_EQ(TextOf(path), "old");
   fs::permissions(folder.Path("inner"), fs::perms{0755});
 }
 
