@@ -59,15 +59,16 @@ class ColorPanelTest : public testing::Test {
   static double Number(int channel) { return ColorPanel->lblColor[channel].Value(); }
   static Color Front() { return ColorPanel->SelColor[0].BackColor(); }
   static Color Back() { return ColorPanel->SelColor[1].BackColor(); }
-  /// Bars and numbers agree with the selected colour.
-  static void ExpectInLine() {
-    const Color shown = ColorPanel->SelColor[GetSelectedColor()].BackColor();
-    EXPECT_EQ(RGB(static_cast<int>(Number(0)), static_cast<int>(Number(1)), static_cast<int>(Number(2))),
-              shown);
-    for (int i = 0; i < kChannelCount; ++i)
-      EXPECT_EQ(ColorPanel->ColorBar[i].Painted->right,
-                RGB(i == 0 ? 255 : Split(shown).red, i == 1 ? 255 : Split(shown).green,
-                    i == 2 ? 255 : Split(shown).blue));
+  /// The labels' colours, which of them is selected, and that bars and numbers agree with it.
+  static void Expect(Color front, Color back, int selected = 0) {
+    EXPECT_EQ(Front(), front);
+    EXPECT_EQ(Back(), back);
+    EXPECT_EQ(GetSelectedColor(), selected);
+    const auto [red, green, blue] = Split(selected == 0 ? front : back);
+    const auto number = [](int channel) { return static_cast<int>(Number(channel)); };
+    EXPECT_EQ(RGB(number(0), number(1), number(2)), RGB(red, green, blue));
+    const Color ends[] = {RGB(255, green, blue), RGB(red, 255, blue), RGB(red, green, 255)};
+    for (int i = 0; i < kChannelCount; ++i) EXPECT_EQ(ColorPanel->ColorBar[i].Painted->right, ends[i]);
   }
 
   MdiForm& window_ = *new MdiForm("window");
@@ -93,11 +94,9 @@ TEST_F(ColorPanelTest, APressOnABarMovesTheMarkersEdgeThere) {
 TEST_F(ColorPanelTest, TheStripGivesAColourToEitherLabel) {
   const Color middle = ColorPanel->Gradient.Point(30, 5);
   Send(ColorPanel->Gradient, QEvent::MouseButtonPress, 30, 5, Qt::RightButton);
-  EXPECT_EQ(Back(), middle);
-  EXPECT_EQ(GetSelectedColor(), 1);
+  Expect(kBlack, middle, 1);
   EXPECT_EQ(State.ColorDialogTarget, 1);
   EXPECT_EQ(ColorPanel->Gradient.Point(60, 5), middle);
-  ExpectInLine();
   Send(ColorPanel->Gradient, QEvent::MouseButtonPress, 60, 5);
   EXPECT_EQ(Front(), middle);
   EXPECT_EQ(State.ColorDialogTarget, 0);
@@ -113,14 +112,13 @@ TEST_F(ColorPanelTest, MarkersShowTheColourWithTheirFractionAndDragToBothEnds) {
   EXPECT_EQ(ColorPanel->ColorScroll[0].Left(), 108.5f);
   EXPECT_EQ(ColorPanel->ColorScroll[0].Widget()->x(), 108);
   EXPECT_EQ(ColorPanel->ColorScroll[2].Left(), static_cast<Single>(100 / 255.0 * 101 + 12 - 4.5));
-  ExpectInLine();
+  Expect(RGB(255, 0, 100), kWhite);
   MarkerSurface& marker = ColorPanel->ColorScroll[1];
   EXPECT_EQ(marker.Left(), 7.5f);
   Press(marker, 4);
   Drag(marker, 400);
   EXPECT_EQ(marker.Left(), 108);
-  EXPECT_EQ(Front(), RGB(255, 255, 100));
-  ExpectInLine();
+  Expect(RGB(255, 255, 100), kWhite);
   Drag(marker, -400);
   EXPECT_EQ(marker.Left(), 8);
   EXPECT_EQ(Front(), RGB(255, 0, 100));
@@ -133,12 +131,10 @@ TEST_F(ColorPanelTest, MarkersShowTheColourWithTheirFractionAndDragToBothEnds) {
 
 TEST_F(ColorPanelTest, ADragChangesOnlyTheSelectedColour) {
   Click(ColorPanel->SelColor[1]);
-  EXPECT_EQ(Number(0), 255);
+  Expect(kBlack, kWhite, 1);
   Press(ColorPanel->ColorScroll[1], 4, Qt::RightButton);
   Drag(ColorPanel->ColorScroll[1], -400);
-  EXPECT_EQ(Back(), RGB(255, 0, 255));
-  EXPECT_EQ(Front(), kBlack);
-  ExpectInLine();
+  Expect(kBlack, RGB(255, 0, 255), 1);
 }
 
 TEST_F(ColorPanelTest, NumbersCountUpTo255AndBeforeAPressOnABar) {
@@ -148,10 +144,9 @@ TEST_F(ColorPanelTest, NumbersCountUpTo255AndBeforeAPressOnABar) {
   ColorPanel->lblColor[1].OnKeyUp('A', 0);
   EXPECT_EQ(Front(), kBlack);
   ColorPanel->lblColor[1].OnKeyUp(kKeyEnter, 0);
-  EXPECT_EQ(Front(), RGB(255, 0, 7));
+  Expect(RGB(255, 0, 7), kWhite);
   EXPECT_FALSE(ColorPanel->ColorDragging);
   EXPECT_EQ(ColorPanel->Gradient.Painted->left, Front());
-  ExpectInLine();
   QApplication::setActiveWindow(window_.Widget());
   auto* entry = qobject_cast<QLineEdit*>(ColorPanel->lblColor[2].Entry().Widget());
   entry->setFocus();
@@ -171,17 +166,12 @@ TEST_F(ColorPanelTest, ShiftingRestoringAndTheDialog) {
   Click(ColorPanel->SelColor[1]);
   State.ColorDialogTarget = 1;
   Click(ColorPanel->ShiftColors);
-  EXPECT_EQ(Front(), RGB(200, 100, 50));
-  EXPECT_EQ(Back(), RGB(1, 2, 3));
+  Expect(RGB(200, 100, 50), RGB(1, 2, 3));
   EXPECT_EQ(sheet_.Buffer.ForeColor(), Front());
-  EXPECT_EQ(GetSelectedColor(), 0);
-  ExpectInLine();
   EXPECT_EQ(ColorPanel->Gradient.Painted->right, Back());
   Click(ColorPanel->SelColor[1]);
   Click(ColorPanel->RestoreColors);
-  EXPECT_EQ(Front(), kBlack);
-  EXPECT_EQ(Back(), kWhite);
-  EXPECT_EQ(GetSelectedColor(), 0);
+  Expect(kBlack, kWhite);
   EXPECT_EQ(sheet_.Buffer.ForeColor(), kBlack);
   EXPECT_EQ(State.ColorDialogTarget, 1);
   std::string asked;

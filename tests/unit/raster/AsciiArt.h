@@ -1,5 +1,6 @@
 #pragma once
 
+#include <limits>
 #include <string>
 #include <utility>
 #include <vector>
@@ -10,6 +11,11 @@
 namespace zelvane::art {
 
 inline constexpr Color kRed = RGB(255, 0, 0), kGreen = RGB(0, 255, 0), kBlue = RGB(0, 0, 255);
+inline constexpr int32_t kMin = std::numeric_limits<int32_t>::min(),
+                         kMax = std::numeric_limits<int32_t>::max();
+/// The largest that a Single holds below 2^31.
+inline constexpr Single kFar = 2147483520.0f;
+
 inline constexpr std::pair<char, Color> kInks[] = {
     {'.', kWhite}, {'#', kBlack}, {'r', kRed}, {'g', kGreen}, {'b', kBlue}};
 

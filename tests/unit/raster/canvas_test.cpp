@@ -1,8 +1,6 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 
-#include <limits>
-
 #include "raster/AsciiArt.h"
 
 namespace zelvane::art {
@@ -89,7 +87,6 @@ TEST(CanvasSize, ExchangeSwapsOrTradesTheCommonPart) {
 }
 
 TEST(CanvasPixels, BeyondTheSurfaceNothingIsReadOrWritten) {
-  constexpr int32_t kMin = std::numeric_limits<int32_t>::min(), kMax = std::numeric_limits<int32_t>::max();
   Sheet canvas(2, 2);
   for (const int32_t far : {kMin, -1, 2, kMax}) {
     canvas.SetPixelV(far, 0, kBlack);

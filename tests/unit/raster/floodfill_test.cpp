@@ -30,17 +30,14 @@ TEST(FloodFill, StopsAtCornersAndPaintsIntoPockets) {
 
 TEST(FloodFill, LeavesEverythingWhereThereIsNothingToFill) {
   Sheet canvas(3, 3);
-  const auto fill = [&canvas](int x, int y, Color area, Color paint, FillStyles style = kFillSolid) {
-    canvas.SetFillColor(paint);
-    canvas.SetFillStyle(style);
+  const std::tuple<int, int, Color, Color, FillStyles> cases[] = {
+      {0, 0, kBlack, kRed, kFillSolid},   {0, 0, kNoColor, kRed, kFillSolid},
+      {-1, 0, kWhite, kRed, kFillSolid},  {0, 3, kWhite, kRed, kFillSolid},
+      {0, 0, kWhite, kWhite, kFillSolid}, {0, 0, kWhite, kRed, kFillTransparent}};
+  for (const auto& [x, y, area, paint, style] : cases) {
+    canvas.SetFillColor(paint), canvas.SetFillStyle(style);
     canvas.ExtFloodFill(x, y, area);
-  };
-  fill(0, 0, kBlack, kRed);
-  fill(0, 0, kNoColor, kRed);
-  fill(-1, 0, kWhite, kRed);
-  fill(0, 3, kWhite, kRed);
-  fill(0, 0, kWhite, kWhite);
-  fill(0, 0, kWhite, kRed, kFillTransparent);
+  }
   EXPECT_EQ(Text(canvas), (Lines{"...", "...", "..."}));
   EXPECT_TRUE(canvas.Damage().IsEmpty());
 }

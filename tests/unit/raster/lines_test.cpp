@@ -8,9 +8,6 @@
 namespace zelvane::art {
 namespace {
 
-/// The largest that a Single holds below 2^31.
-constexpr Single kFar = 2147483520.0f;
-
 TEST(Line, CoversWhatItsWidthSays) {
   const struct {
     double width;
@@ -54,13 +51,13 @@ TEST(Line, ContinuesFromTheLastEnd) {
   EXPECT_EQ(canvas.Damage(), (Rect{1, 0, 5, 1}));
 }
 
-TEST(WidePoint, CoversAsManyRowsAndColumnsAsItIsWide) {
+TEST(Line, OfNoLengthCoversAsManyRowsAndColumnsAsItIsWide) {
   for (int width = 1; width <= 60; ++width) {
     Sheet canvas(80, 80);
     canvas.SetDrawWidth(width);
     canvas.PSet(40, 40, kBlack);
-    const int before = 40 - width / 2, behind = before + width;
-    EXPECT_EQ(canvas.Damage(), (Rect{before, before, behind, behind}));
+    const int before = 40 - width / 2;
+    EXPECT_EQ(canvas.Damage(), (Rect{before, before, before + width, before + width}));
   }
 }
 

@@ -1,15 +1,12 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <limits>
 #include <random>
 
 #include "raster/AsciiArt.h"
 
 namespace zelvane::art {
 namespace {
-
-constexpr int32_t kMin = std::numeric_limits<int32_t>::min(), kMax = std::numeric_limits<int32_t>::max();
 
 class Dice {
  public:

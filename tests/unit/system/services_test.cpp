@@ -6,7 +6,6 @@
 #include <QGuiApplication>
 #include <QImage>
 #include <QMimeData>
-#include <QScreen>
 #include <QSettings>
 #include <chrono>
 #include <fstream>
@@ -105,11 +104,6 @@ TEST(Programs, RunAndTellTheirExitCode) {
   EXPECT_EQ(ended->ExitCode(), kStillActive);
   std::ofstream(go) << "go";
   EXPECT_EQ(EndOf(*ended), 128 + SIGTERM);
-}
-
-TEST(Screen, TellsTwips) {
-  EXPECT_EQ(Screen::Width(), QGuiApplication::primaryScreen()->geometry().width() * 15.0);
-  EXPECT_EQ(Screen::Height(), QGuiApplication::primaryScreen()->geometry().height() * 15.0);
 }
 
 TEST(Screen, BringsAnAreaOntoTheScreensByAsLittleAsNeeded) {
