@@ -105,7 +105,7 @@ class Program : public QApplication {
 
   void timerEvent(QTimerEvent* event) override {
     if (event->timerId() != icon_timer) return QApplication::timerEvent(event);
-    killTimer(icon_timer);
+    killTimer(std::exchange(icon_timer, 0));
     setWindowIcon(ProgramIcon());
   }
 
