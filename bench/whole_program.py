@@ -172,13 +172,13 @@ def on_a_desk(binary, work):
     return [float(number) for number in told.split()]
 
 
-def wakes(pid):
-    """How often the threads of a process have gone to sleep so far, which is how often they woke."""
-    count = 0
+def sleeps(pid):
+    """How often each thread of a process has gone to sleep so far, which is how often it woke."""
+    counts = {}
     for thread in os.listdir(f"/proc/{pid}/task"):
         with open(f"/proc/{pid}/task/{thread}/status", encoding="utf-8") as file:
-            count += sum(int(line.split()[1]) for line in file if line.startswith("voluntary_ctxt_switches"))
-    return count
+            counts[thread] = sum(int(line.split()[1]) for line in file if line.startswith("voluntary_ctxt_switches"))
+    return counts
 
 
 def at_rest(build, path):
@@ -189,11 +189,12 @@ def at_rest(build, path):
         desk.hand("mousemove", str(REST), str(REST))
         settle(program.process.pid)
         pid = program.process.pid
-        ticks, woken, began = stat_ticks(pid), wakes(pid), time.monotonic()
+        ticks, before, began = stat_ticks(pid), sleeps(pid), time.monotonic()
         time.sleep(REST_SECONDS)
         seconds = time.monotonic() - began
         share = (stat_ticks(pid) - ticks) / os.sysconf("SC_CLK_TCK") / seconds
-        return [100 * share, (wakes(pid) - woken) / seconds]
+        woken = sum(count - before.get(thread, 0) for thread, count in sleeps(pid).items())
+        return [100 * share, woken / seconds]
     return work
 
 
