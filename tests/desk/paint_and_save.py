@@ -19,7 +19,7 @@ def pen_at_300_after_scrolling(desk):
     x, y, width, height = next(bar.settled().rect() for bar in bars if bar.rect()[3] > bar.rect()[2] > 0)
     middle = x - 60, y + height // 2
     before = desk.screen().at(*middle)
-    desk.click(x + width // 2, y + height * 4 // 5)
+    desk.click(x + width // 2, y + height - 25)  # below the handle
     wait_for("the picture to scroll down", lambda: before[1] < desk.screen().at(*middle)[1] < WHITE[1])
 
     program.press("Pen Tool")
