@@ -15,6 +15,9 @@ namespace {
 
 const QString kEllipsis(QChar(0x2026));
 
+/// A word isn't cut as long as it stands off so far; the guidelines let large text have it.
+constexpr double kWordContrast = 3;
+
 /// From one line to the next, in whole pixels.
 double Spacing(const QFont& font) {
   return std::ceil(QFontMetricsF(font).lineSpacing());
@@ -106,12 +109,13 @@ class GroundLabel::Text : public QLabel {
     return {place.left() + left, place.top(), right - left, place.height()};
   }
 
-  /// One piece where an ink reads along it, else its words; of a word that can't be read so, the characters.
+  /// One piece where an ink reads along it, else its words; the characters of a word that would be lost.
   void Cut(const QString& line, const QRectF& place, qsizetype start, qsizetype length, bool is_word,
            std::vector<Piece>& pieces) const {
     const Rect behind = Behind(CellOf(line, place, start, length));
     const Pixel ink = ReadableInk(ground.Image(), behind, ToPixel(color));
-    if (length <= 1 || LowestContrast(ground.Image(), behind, ink) >= kReadableContrast) {
+    const double least = is_word ? kWordContrast : kReadableContrast;
+    if (length <= 1 || LowestContrast(ground.Image(), behind, ink) >= least) {
       const bool goes_on = !pieces.empty() && pieces.back().ink == ink;
       if (goes_on) pieces.back().length += length;
       if (!goes_on) pieces.push_back({start, length, ink});

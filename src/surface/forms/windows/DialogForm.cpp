@@ -11,18 +11,6 @@
 #include "surface/raster/Units.h"
 
 namespace zelvane {
-namespace {
-
-QWidget* ActiveWidget() {
-  if (QWidget* active = QApplication::activeWindow()) return active;
-  for (const Form* form : Forms()) {
-    const bool is_main = dynamic_cast<const MdiForm*>(form) != nullptr;
-    if (is_main && form->Visible() && form->WindowState() != kMinimised) return form->Widget();
-  }
-  return nullptr;
-}
-
-}  // namespace
 
 class DialogForm::View : public QDialog {
  public:
@@ -57,7 +45,7 @@ DialogForm::DialogForm(const std::string& name) : Form(name, new View) {}
 void DialogForm::ShowModal() {
   auto* dialog = static_cast<View*>(widget_);
   dialog->setWindowModality(Qt::ApplicationModal);
-  const QWidget* owner = ActiveWidget();
+  const QWidget* owner = OwnerOfDialogs();
   dialog->winId();  // makes the window, which then can be told whose it is
   if (owner && owner != dialog) dialog->windowHandle()->setTransientParent(owner->window()->windowHandle());
   const QPointer<View> standing(dialog);
@@ -70,8 +58,15 @@ bool DialogForm::IsActive() const {
   return widget_ && widget_->isActiveWindow();
 }
 
+QWidget* OwnerOfDialogs() {
+  if (QWidget* active = QApplication::activeWindow()) return active;
+  const MdiForm* main = MdiForm::Main();
+  const bool is_seen = main && main->Visible() && main->WindowState() != kMinimised;
+  return is_seen ? main->Widget() : nullptr;
+}
+
 std::optional<WindowPlace> ActiveWindowPlace() {
-  const QWidget* window = ActiveWidget();
+  const QWidget* window = OwnerOfDialogs();
   if (!window) return std::nullopt;
   const QRectF frame = window->frameGeometry();
   return WindowPlace{frame.x() * kTwipsPerPixel, frame.y() * kTwipsPerPixel, frame.width() * kTwipsPerPixel,

@@ -23,13 +23,16 @@ class DialogForm : public Form {
   class View;
 };
 
+/// The window that a dialog is raised from: the program's active one; while another program has the keyboard,
+/// the main window. Null where nothing of the program is seen.
+QWidget* OwnerOfDialogs();
+
 /// The place of a window on the screen with its frame, in twips.
 struct WindowPlace {
   double left = 0, top = 0, width = 0, height = 0;
   std::string caption;
 };
-/// The program's active window; while another program has the keyboard, its main window. None where nothing
-/// of the program is seen.
+/// That of `OwnerOfDialogs`.
 std::optional<WindowPlace> ActiveWindowPlace();
 
 /// Has the system drag the window, from a press on it on.

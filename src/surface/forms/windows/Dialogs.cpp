@@ -1,20 +1,12 @@
 #include "surface/forms/windows/Dialogs.h"
 
-#include <QApplication>
 #include <QFileDialog>
 
 #include "surface/forms/controls/Conversions.h"
-#include "surface/forms/windows/MdiForm.h"
+#include "surface/forms/windows/DialogForm.h"
 
 namespace zelvane {
 namespace {
-
-/// The window that a dialog stands above.
-QWidget* Owner() {
-  if (QWidget* active = QApplication::activeWindow()) return active;
-  const MdiForm* main = MdiForm::Main();
-  return main && main->Visible() ? main->Widget() : nullptr;
-}
 
 /// "Text|*.a;*.b" becomes "Text (*.a *.b)"; patterns that the text already ends with aren't said twice.
 QStringList FiltersOf(const std::string& pairs) {
@@ -32,7 +24,7 @@ QStringList FiltersOf(const std::string& pairs) {
 
 std::string AskName(QFileDialog::AcceptMode mode, const std::string& title, const std::string& filter,
                     const std::string& folder, const std::string& name, int16_t& filter_index) {
-  QFileDialog dialog(Owner(), ToQt(title));
+  QFileDialog dialog(OwnerOfDialogs(), ToQt(title));
   dialog.setObjectName("FileDialog");
   dialog.setAcceptMode(mode);
   dialog.setFileMode(mode == QFileDialog::AcceptOpen ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
