@@ -14,23 +14,18 @@ using namespace zelvane;
 
 namespace {
 
-void Send(QWidget* widget, QEvent::Type type, QPoint at, Qt::MouseButton button, Qt::MouseButtons held) {
-  QMouseEvent event(type, at, widget->mapToGlobal(at), button, held, Qt::NoModifier);
-  QApplication::sendEvent(widget, &event);
-}
-
 /// Units start behind the frame of the view.
 void SendToPicture(QEvent::Type type, int x, int y, Qt::MouseButton button, Qt::MouseButtons held) {
-  Send(ActiveDocument()->PaintArea.Widget(), type, QPoint(x + 1, y + 1), button, held);
+  QWidget* view = ActiveDocument()->PaintArea.Widget();
+  const QPoint at(x + 1, y + 1);
+  QMouseEvent event(type, at, view->mapToGlobal(at), button, held, Qt::NoModifier);
+  QApplication::sendEvent(view, &event);
 }
 
 }  // namespace
 
 Session::Session() {
   ResetState();
-  // The end of a program leaves no event loops, until another begins.
-  QTimer::singleShot(0, [] { QCoreApplication::exit(); });
-  QCoreApplication::exec();
   QDir(qEnvironmentVariable("XDG_CONFIG_HOME")).removeRecursively();
   QObject::connect(&unexpected_, &QTimer::timeout, [this] {
     auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
@@ -39,8 +34,7 @@ Session::Session() {
     dialog->reject();
   });
   unexpected_.start(100);
-  // The end of a run before this one has stopped every loop to come, those of messages too, until one begins
-  // anew.
+  // The end of the run before has stopped every loop to come, those of messages too, until one begins anew.
   QTimer::singleShot(0, &QCoreApplication::quit);
   QCoreApplication::exec();
 }
@@ -91,11 +85,10 @@ std::vector<std::string> Session::Answering(std::vector<std::string> answers,
   QObject::connect(&answer, &QTimer::timeout, [&] {
     if (!MessageBox.IsLoaded() || !MessageBox->Visible()) return;
     texts.push_back(MessageBox->MsgText.Caption());
-    const std::string wanted = texts.size() > answers.size() ? "" : answers[texts.size() - 1];
+    const std::string wanted = texts.size() > answers.size() ? "none" : answers[texts.size() - 1];
     for (int i = 0; i < MessageBox->MsgButton.Count(); ++i) {
-      const CommandButton& button = MessageBox->MsgButton[i];
-      if (QString::fromStdString(button.Caption()).remove('&').toStdString() == wanted && !wanted.empty())
-        return static_cast<QPushButton*>(button.Widget())->click();
+      auto* button = static_cast<QPushButton*>(MessageBox->MsgButton[i].Widget());
+      if (button->text().remove('&').toStdString() == wanted) return button->click();
     }
     MessageBox->Unload();
   });

@@ -49,9 +49,10 @@ class Files : public Session {
   }
 };
 
+}  // namespace
+
 TEST_F(Files, ThePanelTellsWhatTheFileHolds) {
   Start(MakePicture("first.png", Noise(50, 30)));
-  EXPECT_TRUE(InfoPanel->InfoFrame.Visible());
   EXPECT_EQ(InfoPanel->iType.Caption() + InfoPanel->IWidth.Caption(), "PNG50");
   frmPaint* bitmap = OpenPicture(MakePicture("second.bmp", Noise(7, 9)));
   EXPECT_EQ(InfoPanel->iType.Caption() + InfoPanel->IHeight.Caption(), "BMP9");
@@ -61,8 +62,6 @@ TEST_F(Files, ThePanelTellsWhatTheFileHolds) {
   Document().Form_Activate();
   EXPECT_FALSE(InfoPanel->InfoFrame.Visible());
 }
-
-}  // namespace
 
 TEST_F(Files, ThePictureOfTheCommandLineOpens) {
   const QImage picture = Noise(71, 43);
@@ -84,17 +83,10 @@ TEST_F(Files, AFileThatIsWholeAMomentLaterIsRead) {
 }
 
 TEST_F(Files, WhatCannotBeReadLeavesTheProgramAsItWas) {
-  for (const char* ending : {"png", "jpg", "bmp"}) {
-    MakePicture(std::string("whole.") + ending, Noise(64, 64));
-    const QByteArray bytes = Bytes(std::string("whole.") + ending);
-    WriteBytes(std::string("half.") + ending, bytes.left(bytes.size() / 2));
-  }
-  WriteBytes("empty.png", "");
-  WriteBytes("text.bmp", "this is no picture");
   ASSERT_TRUE(QDir().mkdir(QString::fromStdString(PathOf("folder.gif"))));
+  WriteBytes("text.bmp", "this is no picture");
   Start();
-  for (const char* name : {"missing.png", "folder.gif", "empty.png", "text.bmp", "half.png", "half.jpg",
-                           "half.bmp", "noending"}) {
+  for (const char* name : {"missing.png", "folder.gif", "text.bmp", "noending"}) {
     const auto told = Answering({"OK"}, [&] { EXPECT_EQ(OpenPicture(PathOf(name)), nullptr) << name; });
     EXPECT_EQ(told, std::vector<std::string>{kFailure}) << name;
     EXPECT_EQ(ActiveDocument(), nullptr) << name;
@@ -108,15 +100,12 @@ TEST_F(Files, ADocumentNeedsNoFile) {
   EXPECT_EQ(blank.Caption(), "Untitled - 100%");
   EXPECT_EQ(blank.Buffer.ScaleHeight(), 20);
   EXPECT_EQ(blank.Buffer.Point(29, 19), RGB(1, 2, 3));
-  EXPECT_EQ(blank.Buffer.BackColor(), RGB(1, 2, 3));
   EXPECT_EQ(blank.PaintArea.Width(), 32);
   EXPECT_FALSE(blank.Dirty);
-  EXPECT_EQ(blank.Buffer.Tag(), "");
   const frmPaint& kept = MakeDocument(Bitmap(8, 9, 0), {"a", "/a"}, DocumentPlace{450, 600});
   EXPECT_EQ(ActiveDocument(), &kept);
   EXPECT_EQ(kept.Buffer.Tag(), "/a");
-  EXPECT_EQ(kept.Left(), 450);
-  EXPECT_EQ(kept.Top(), 600);
+  EXPECT_EQ(QPointF(kept.Left(), kept.Top()), QPointF(450, 600));
   EXPECT_THROW(MakeDocument(40000, 1, kWhite, {"too wide", ""}), SurfaceTooLarge);
   EXPECT_EQ(MainForm->Children().size(), 2u);
 }
@@ -141,43 +130,35 @@ TEST_F(Files, TheOpenDialogComesBackOnItsFilterAlsoAfterACancel) {
   EXPECT_EQ(State.OpenFilterIndex, 0);
 }
 
-TEST_F(Files, SavingWritesABitmapThatReadsBackEqual) {
-  Start(MakePicture("p.bmp", Noise(33, 21)));
-  SelectTool(kPenTool);
-  Drag(3, 3, 30, 15);
-  const QImage painted = Picture(Document().Buffer);
-  Save_Click();
-  EXPECT_FALSE(Document().Dirty);
-  const QImage read(QString::fromStdString(PathOf("p.bmp")), "bmp");
-  EXPECT_EQ(read.depth(), 32);
-  EXPECT_EQ(read.convertToFormat(QImage::Format_RGB32), painted);
-}
-
 TEST(SaveTypes, FollowTheEnding) {
-  for (const auto& [type, endings] :
-       std::map<int16_t, std::vector<std::string>>{{kSaveBitmap, {"bmp", "dib", "png", ""}},
-                                                   {kSaveGif, {"gif"}},
-                                                   {kSaveJpeg, {"jpg", "jpe", "JPEG"}},
-                                                   {kSaveTiff, {"tif", "tiff", "jfx"}},
-                                                   {kSaveIcon, {"ico"}}})
-    for (const std::string& ending : endings) {
+  const std::map<int16_t, std::vector<std::string>> endings = {{kSaveBitmap, {"bmp", "dib", "png", ""}},
+                                                               {kSaveGif, {"gif"}},
+                                                               {kSaveJpeg, {"jpg", "jpe", "JPEG"}},
+                                                               {kSaveTiff, {"tif", "tiff", "jfx"}},
+                                                               {kSaveIcon, {"ico"}}};
+  for (const auto& [type, those] : endings) {
+    for (const std::string& ending : those) {
       SetSaveType("/a.gif/b." + ending);
       EXPECT_EQ(State.SaveType, type) << ending;
     }
+  }
 }
 
 TEST_F(Files, AFailedSaveTellsTheFileAndKeepsTheDocumentChanged) {
   Start();
-  ASSERT_TRUE(QDir().mkdir(QString::fromStdString(PathOf("gone"))));
+  const QString folder = QString::fromStdString(PathOf("gone"));
+  ASSERT_TRUE(QDir().mkdir(folder));
   frmPaint& document = OpenChanged("gone/p.bmp");
-  ASSERT_TRUE(QDir(QString::fromStdString(PathOf("gone"))).removeRecursively());
-  const auto told = Answering({"OK"}, [] { Save_Click(); });
+  ASSERT_TRUE(QDir(folder).removeRecursively());
+  const auto told = Answering({"OK"}, Save_Click);
   ASSERT_EQ(told.size(), 1u);
   EXPECT_NE(told[0].find(PathOf("gone/p.bmp")), std::string::npos) << told[0];
   EXPECT_TRUE(document.Dirty);
   // Closing with Yes fails alike, and the document stays.
   EXPECT_EQ(Answering({"Yes", "OK"}, [&] { EXPECT_FALSE(document.Unload()); }).size(), 2u);
-  EXPECT_EQ(ActiveDocument(), &document);
+  ASSERT_TRUE(QDir().mkdir(folder));
+  Save_Click();
+  EXPECT_FALSE(document.Dirty);
 }
 
 TEST_F(Files, ClosingAChangedDocumentAsks) {
@@ -189,6 +170,7 @@ TEST_F(Files, ClosingAChangedDocumentAsks) {
   EXPECT_TRUE(State.CloseCancelled);
   EXPECT_EQ(Answering({"No"}, [&] { EXPECT_TRUE(document.Unload()); }).size(), 1u);
   EXPECT_EQ(Bytes("a.bmp"), before);
+
   frmPaint& other = OpenChanged("b.bmp");
   OpenPicture(PathOf("a.bmp"));
   EXPECT_EQ(Answering({"Cancel"}, [&] { EXPECT_FALSE(other.Unload()); }).size(), 1u);
@@ -196,28 +178,29 @@ TEST_F(Files, ClosingAChangedDocumentAsks) {
   other.Buffer.Cls();
   const QImage cleared = Picture(other.Buffer);
   EXPECT_EQ(Answering({"Yes"}, [&] { EXPECT_TRUE(other.Unload()); }).size(), 1u);
-  EXPECT_EQ(QImage(QString::fromStdString(PathOf("b.bmp"))).convertToFormat(QImage::Format_RGB32), cleared);
-  OpenChanged("c.bmp").SetDirtyFalse();
-  EXPECT_TRUE(Answering({}, [] { ActiveDocument()->Unload(); }).empty());
+  const QImage saved(QString::fromStdString(PathOf("b.bmp")), "bmp");
+  EXPECT_EQ(saved.depth(), 32);
+  EXPECT_EQ(saved.convertToFormat(QImage::Format_RGB32), cleared);
 }
 
 TEST_F(Files, OnlyAnotherFileIsAskedAbout) {
   Start();
   const frmPaint& document = OpenChanged("a.bmp");
   MakePicture("b.bmp", Noise(3, 3));
-  EXPECT_TRUE(Answering({}, [&] { EXPECT_TRUE(MayReplace(document, PathOf("a.bmp"))); }).empty());
-  EXPECT_TRUE(Answering({}, [&] { EXPECT_TRUE(MayReplace(document, PathOf("c.bmp"))); }).empty());
-  for (const std::string answer : {"Yes", "No"})
-    EXPECT_EQ(Answering({answer}, [&] { EXPECT_EQ(MayReplace(document, PathOf("b.bmp")), answer == "Yes"); })
-                  .size(),
-              1u);
+  for (const char* own_or_new : {"a.bmp", "c.bmp"}) EXPECT_TRUE(MayReplace(document, PathOf(own_or_new)));
+  for (const std::string answer : {"Yes", "No"}) {
+    const auto replace = [&] { EXPECT_EQ(MayReplace(document, PathOf("b.bmp")), answer == "Yes"); };
+    EXPECT_EQ(Answering({answer}, replace).size(), 1u);
+  }
 }
 
 TEST_F(Files, TheExitStopsAtTheDocumentThatRefuses) {
   Start();
   OpenChanged("a.bmp");
   frmPaint& second = OpenChanged("b.bmp");
+  MainForm->SetWindowState(kMinimised);
   EXPECT_EQ(Answering({"No", "Cancel"}, [] { EXPECT_FALSE(MainForm->Unload()); }).size(), 2u);
+  EXPECT_EQ(MainForm->WindowState(), kNormal) << "nobody answers what isn't seen";
   EXPECT_FALSE(State.Exiting);
   ASSERT_EQ(MainForm->Children(), std::vector<Form*>{&second});
   EXPECT_EQ(Answering({"No"}, [] { EXPECT_TRUE(MainForm->Unload()); }).size(), 1u);
@@ -228,17 +211,11 @@ TEST_F(Files, TheExitStopsAtTheDocumentThatRefuses) {
 TEST_F(Files, TheRecentListShiftsAndIgnoresCase) {
   for (const char* name : {"/1", "/2", "/3", "/4", "/5", "/6"}) AddToRecentList(name);
   EXPECT_EQ(State.RecentFiles, (std::array<std::string, 5>{"/6", "/5", "/4", "/3", "/2"}));
-  AddToRecentList("/4");
-  EXPECT_EQ(State.RecentFiles, (std::array<std::string, 5>{"/4", "/6", "/5", "/3", "/2"}));
-  AddToRecentList("/A");
-  AddToRecentList("/b");
-  AddToRecentList("/a");
-  EXPECT_EQ(State.RecentFiles, (std::array<std::string, 5>{"/a", "/b", "/4", "/6", "/5"}));
-  AddToRecentList("/A");
-  EXPECT_EQ(State.RecentFiles[0], "/a");
+  for (const char* name : {"/4", "/A", "/b", "/a"}) AddToRecentList(name);
+  const std::array<std::string, 5> recent = {"/a", "/b", "/4", "/6", "/5"};
+  EXPECT_EQ(State.RecentFiles, recent);
   ResetState();
   LoadRecentList();
+  EXPECT_EQ(State.RecentFiles, recent);
   EXPECT_EQ(State.RecentCount, 5);
-  EXPECT_EQ(ReadSetting("RecentFile1", ""), "/a");
-  EXPECT_EQ(ReadSetting("RecentFile5", ""), "/5");
 }
