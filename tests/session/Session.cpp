@@ -8,6 +8,7 @@
 #include "shell/Main.h"
 #include "shell/MainForm.h"
 #include "surface/forms/windows/Application.h"
+#include "tools/OptionBars.h"
 #include "ui/MessageBox.h"
 
 using namespace zelvane;
@@ -109,4 +110,17 @@ QImage Session::Picture(const Canvas& layer) {
   for (int y = 0; y < picture.height(); ++y)
     std::copy_n(layer.Image().Row(y), picture.width(), reinterpret_cast<Pixel*>(picture.scanLine(y)));
   return picture;
+}
+
+QRect Session::Difference(const QImage& a, const QImage& b) {
+  EXPECT_EQ(a.size(), b.size());
+  QRect found;
+  for (int y = 0; y < a.height(); ++y)
+    for (int x = 0; x < a.width(); ++x)
+      if (a.pixel(x, y) != b.pixel(x, y)) found |= QRect(x, y, 1, 1);
+  return found;
+}
+
+void Session::ZoomTo(int multiple) {
+  frmControls->comboZoom.SetListIndex(multiple - 1);
 }

@@ -49,6 +49,12 @@ class Session : public testing::Test {
 
   static zelvane::frmPaint& Document();
   static QImage Picture(const zelvane::Canvas& layer);
+  /// What holds all pixels that differ, of pictures of one size.
+  static QRect Difference(const QImage& a, const QImage& b);
+  static void ZoomTo(int multiple);
+  static QRect PlaceOf(const auto& thing) {
+    return QRectF(thing.Left(), thing.Top(), thing.Width(), thing.Height()).toRect();
+  }
 
  private:
   QTemporaryDir folder_;

