@@ -24,6 +24,8 @@ namespace {
 
 /// How long after the start the program's icon is drawn, in milliseconds: the first window comes before it.
 constexpr int kIconDelay = 150;
+/// Of the outline of boxes in dark palettes, of 255.
+constexpr int kOutlineAlpha = 120;
 
 QIcon ProgramIcon() {
   QIcon icon;
@@ -48,7 +50,9 @@ class Style : public QProxyStyle {
                      const QWidget* widget) const override {
     QProxyStyle::drawPrimitive(element, option, painter, widget);
     if (element != PE_IndicatorCheckBox || !IsDark(option->palette)) return;
-    painter->setPen(option->palette.color(QPalette::PlaceholderText));
+    QColor outline = option->palette.color(QPalette::WindowText);
+    outline.setAlpha(kOutlineAlpha);
+    painter->setPen(outline);
     painter->setBrush(Qt::NoBrush);
     painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
   }
