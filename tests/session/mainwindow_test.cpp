@@ -14,6 +14,7 @@
 #include "surface/system/files/Files.h"
 #include "tools/OptionBars.h"
 #include "tools/SelectTool.h"
+#include "tools/Selector.h"
 #include "tools/ToolButtons.h"
 
 using namespace zelvane;
@@ -205,6 +206,29 @@ TEST_F(TheMainWindow, ATemporaryFolderOf64CharactersIsNotUsed) {
     EXPECT_EQ(State.TempPath.empty(), length == 63);
   }
   before.isNull() ? qunsetenv("TMPDIR") : qputenv("TMPDIR", before);
+}
+
+TEST_F(TheMainWindow, LeavingWithTheSliderOpenBringsNothingBack) {
+  Start();
+  SelectTool(kAirbrushTool);
+  DoEvents();
+  ClickOn(frmControls->CmdDropDown[kAirbrushSize]);
+  ASSERT_TRUE(frmSelector->Window.Visible());
+  EXPECT_TRUE(MainForm->Unload());
+  DoEvents();
+  EXPECT_FALSE(frmControls.IsLoaded());
+  EXPECT_TRUE(Forms().empty());
+}
+
+TEST_F(TheMainWindow, WantOfMemoryIsTold) {
+  Start(MakePicture("a.png", QImage(8, 8, QImage::Format_RGB32)));
+  Document().OnKeyDown = [](auto...) { throw std::bad_alloc(); };
+  const auto texts = Answering({"OK"}, [] {
+    QTest::keyClick(Document().PaintArea.Widget(), Qt::Key_A);
+    DoEvents();
+  });
+  EXPECT_EQ(texts, std::vector<std::string>{"There is not enough memory for this."});
+  EXPECT_EQ(MainForm->Children().size(), 1u);
 }
 
 TEST_F(TheMainWindow, TheSplashEntryTogglesItsSetting) {
