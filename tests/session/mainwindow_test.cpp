@@ -221,7 +221,7 @@ TEST_F(TheMainWindow, LeavingWithTheSliderOpenBringsNothingBack) {
 }
 
 TEST_F(TheMainWindow, WantOfMemoryIsTold) {
-  Start(MakePicture("a.png", QImage(8, 8, QImage::Format_RGB32)));
+  Start(MakePaper());
   Document().OnKeyDown = [](auto...) { throw std::bad_alloc(); };
   const auto texts = Answering({"OK"}, [] {
     QTest::keyClick(Document().PaintArea.Widget(), Qt::Key_A);
