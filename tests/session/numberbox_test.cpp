@@ -250,8 +250,6 @@ TEST_F(NumberBoxes, AreTheirEntryAndAtLeast19PixelsHigh) {
   box_.Move(0, 0, 375, 100);
   EXPECT_EQ(box_.Height(), 285);
   EXPECT_EQ(Entry().size(), QSize(25, 19));
-  box_.SetAccessibleName("Width:");
-  EXPECT_EQ(Entry().accessibleName(), "Width:");
   box_.SetEnabled(false);
   EXPECT_FALSE(Entry().isEnabled());
   box_.SetBackColor("&H000000FF&");
