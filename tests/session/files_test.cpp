@@ -56,8 +56,10 @@ TEST_F(Files, ThePanelTellsWhatTheFileHolds) {
 TEST_F(Files, ThePictureOfTheCommandLineOpens) {
   const QImage picture = Noise(71, 43);
   const std::string path = MakePicture("a b.png", picture);
-  Start('"' + path + '"');
-  EXPECT_EQ(Picture(Document().Buffer), picture);
+  for (const std::string& tail : {path, '"' + path, path + '"', '"' + path + '"'}) {
+    Start(tail);
+    EXPECT_EQ(Picture(Document().Buffer), picture) << tail;
+  }
   EXPECT_EQ(Document().Caption(), path + " - 100%");
   EXPECT_EQ(State.RecentFiles[0], path);
   EXPECT_EQ(MainForm->Menus.mnuFile1.Caption(), "a b.png");
@@ -178,9 +180,7 @@ TEST_F(Files, TheExitStopsAtTheDocumentThatRefuses) {
 }
 
 TEST_F(Files, TheRecentListShiftsAndIgnoresCase) {
-  for (const char* name : {"/1", "/2", "/3", "/4", "/5", "/6"}) AddToRecentList(name);
-  EXPECT_EQ(State.RecentFiles, (std::array<std::string, 5>{"/6", "/5", "/4", "/3", "/2"}));
-  for (const char* name : {"/4", "/A", "/b", "/a"}) AddToRecentList(name);
+  for (const char* name : {"/3", "/4", "/5", "/6", "/4", "/A", "/b", "/a"}) AddToRecentList(name);
   ResetState();
   LoadRecentList();
   EXPECT_EQ(State.RecentFiles, (std::array<std::string, 5>{"/a", "/b", "/4", "/6", "/5"}));

@@ -6,7 +6,6 @@
 #include "document/window/OpenPicture.h"
 #include "imageops/ProgressDisplay.h"
 #include "session/Session.h"
-#include "shell/Main.h"
 #include "shell/MainForm.h"
 #include "shell/MenuEvents.h"
 #include "shell/state/Settings.h"
@@ -45,13 +44,6 @@ class TheMainWindow : public Session {
 };
 
 }  // namespace
-
-TEST(CommandLine, LosesAQuoteAtEitherEndAndBecomesAbsolute) {
-  for (const char* tail : {"/a b.png", "\"/a b.png\"", "\"/a b.png", "/a b.png\""})
-    EXPECT_EQ(PathFromCommandLine(tail), "/a b.png");
-  for (const char* tail : {"", "\""}) EXPECT_EQ(PathFromCommandLine(tail), "");
-  EXPECT_TRUE(PathFromCommandLine("a.png").starts_with('/'));
-}
 
 TEST_F(TheMainWindow, AClickOnAToolButtonSelectsTheToolWithItsPointer) {
   Start(MakePaper());
