@@ -2,12 +2,13 @@
 
 The hand moves the pointer and presses keys as a person would (xdotool); controls are found as an assistive tool finds
 them (AT-SPI), by the name that a person reads. Nothing waits for a time: every wait is for a condition, and a wait in
-vain fails the test after DEADLINE. What a test leaves behind when it fails is in the folder that its last line names.
+vain fails the test after DEADLINE. What a test leaves behind when it fails is in the folder that it names.
 """
 
 import contextlib
 import ctypes
 import glob
+import multiprocessing
 import os
 import shutil
 import signal
@@ -15,20 +16,19 @@ import subprocess
 import sys
 import tempfile
 import time
-import traceback
+
+import gi
+gi.require_version("Atspi", "2.0")
+from gi.repository import Atspi, GLib
 
 from pictures import Picture
 
 DEADLINE = 90
 SCREEN = (1280, 1024)
-LEFT, MIDDLE, RIGHT = 1, 2, 3
+LEFT, RIGHT = 1, 3
 
 LIBC = ctypes.CDLL(None, use_errno=True)
 SET_PARENT_DEATH_SIGNAL, SET_CHILD_SUBREAPER = 1, 36  # of prctl
-
-
-class Failure(Exception):
-    pass
 
 
 def wait_for(what, condition):
@@ -42,11 +42,18 @@ def wait_for(what, condition):
 
 def check(holds, what):
     if not holds:
-        raise Failure(what)
+        raise AssertionError(what)
 
 
 def _end_with_parent():
     LIBC.prctl(SET_PARENT_DEATH_SIGNAL, signal.SIGKILL, 0, 0, 0)
+
+
+def _living_children():
+    with contextlib.suppress(ChildProcessError):
+        while os.waitpid(-1, os.WNOHANG)[0]:
+            pass
+    return [int(child) for path in glob.glob("/proc/self/task/*/children") for child in open(path).read().split()]
 
 
 class Desk:
@@ -54,94 +61,69 @@ class Desk:
         self.folder = tempfile.mkdtemp(prefix="zelvane-desk-")
         self.failures = os.path.join(os.environ.get("ZELVANE_DESK_FAILURES", os.path.abspath("failures")), name)
         self.programs = []
-        self.atspi = None
 
-    def path(self, *parts):
-        return os.path.join(self.folder, *parts)
+    def path(self, name):
+        return os.path.join(self.folder, name)
+
+    def evidence(self, name):
+        os.makedirs(self.failures, exist_ok=True)
+        return os.path.join(self.failures, name)
 
     # Start and end.
 
-    def __enter__(self):
-        try:
-            self._set_up()
-        except BaseException:
-            self._clear()
-            raise
-        return self
-
-    def __exit__(self, *_):
-        self._clear()
-
-    def _set_up(self):
+    def set_up(self):
         # Whatever the desk's processes leave behind becomes a child of this one, so that all of it can be ended.
         LIBC.prctl(SET_CHILD_SUBREAPER, 1, 0, 0, 0)
-        for folder in ("home/.config", "home/.local/share", "home/.cache", "tmp", "log", "run"):
-            os.makedirs(self.path(folder), 0o700)
+        for folder in "home", "tmp", "log", "run":
+            os.mkdir(self.path(folder), 0o700)
         kept = {name: value for name, value in os.environ.items() if name.endswith("SAN_OPTIONS")}
         os.environ.clear()
-        os.environ.update(kept, **{
-            "PATH": "/usr/bin:/bin",
-            "LC_ALL": "C.UTF-8",
-            "HOME": self.path("home"),
-            "XDG_CONFIG_HOME": self.path("home/.config"),
-            "XDG_DATA_HOME": self.path("home/.local/share"),
-            "XDG_CACHE_HOME": self.path("home/.cache"),
-            "XDG_RUNTIME_DIR": self.path("run"),
-            "TMPDIR": self.path("tmp"),
-            "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
-            "QT_QPA_PLATFORM": "xcb",
-            "GTK_A11Y": "none",
-            "NO_AT_BRIDGE": "1",
-        })
+        os.environ.update(kept, PATH="/usr/bin:/bin", LC_ALL="C.UTF-8", HOME=self.path("home"),
+                          TMPDIR=self.path("tmp"), XDG_RUNTIME_DIR=self.path("run"), NO_AT_BRIDGE="1",
+                          QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1", QT_QPA_PLATFORM="xcb")
         os.environ["DISPLAY"] = ":" + self._start_server(
             "Xvfb", "-displayfd", "{}", "-screen", "0", "%dx%dx24" % SCREEN, "-nolisten", "tcp", "-noreset")
         os.environ["DBUS_SESSION_BUS_ADDRESS"] = self._start_server(
             "dbus-daemon", "--session", "--nofork", "--nosyslog", "--print-address={}")
-        self._spawn(["openbox", "--sm-disable"])
+        self.spawn(["openbox", "--sm-disable"])
         wait_for("the window manager", lambda: "window id" in self.ask("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"))
-
-        # Only now: the library finds its bus through the environment.
-        import gi
-        gi.require_version("Atspi", "2.0")
-        from gi.repository import Atspi
         check(Atspi.init() in (0, 1), "the accessibility bus can't be reached")
-        self.atspi = Atspi
 
-    def _spawn(self, command, **more):
-        with open(self.path("log", os.path.basename(command[0])), "ab") as log:
-            return subprocess.Popen(command, stdin=subprocess.DEVNULL, stdout=log, stderr=log,
-                                    preexec_fn=_end_with_parent, **more)
+    def spawn(self, command, **more):
+        with open(self.path("log/" + os.path.basename(command[0])), "ab") as log:
+            return subprocess.Popen(command, stdout=log, stderr=log, preexec_fn=_end_with_parent, **more)
 
     def _start_server(self, *command):
         """Starts a server that writes a line to the file number in place of "{}" once it serves; returns that line."""
         reader, writer = os.pipe()
-        self._spawn([word.format(writer) for word in command], pass_fds=(writer,))
+        self.spawn([word.format(writer) for word in command], pass_fds=(writer,))
         os.close(writer)
         with open(reader, encoding="utf-8") as told:
             line = told.readline().strip()
         check(line, f"{command[0]} didn't start")
         return line
 
-    def _clear(self):
+    def keep_evidence(self):
+        """Leaves a picture of the screen, the controls and what the processes wrote in the folder for failures."""
+        print(f"evidence in {self.failures}")
+        self.ask("import", "-silent", "-window", "root", self.evidence("screen.png"))
+        shutil.copytree(self.path("log"), self.evidence("log"), dirs_exist_ok=True)
+        with open(self.evidence("controls.txt"), "w", encoding="utf-8") as file:
+            file.writelines(program.outline() for program in self.programs)
+
+    def clear(self):
         """Ends every process that came from this one; those that an ended one leaves become children of this one."""
         for how in signal.SIGTERM, signal.SIGKILL:
             end = time.monotonic() + 5
-            while (children := self._living_children()) and time.monotonic() < end:
+            while (children := _living_children()) and time.monotonic() < end:
                 for child in children:
                     os.kill(child, how)
                 time.sleep(0.02)
         shutil.rmtree(self.folder, ignore_errors=True)
 
-    @staticmethod
-    def _living_children():
-        with contextlib.suppress(ChildProcessError):
-            while os.waitpid(-1, os.WNOHANG)[0]:
-                pass
-        return [int(child) for path in glob.glob("/proc/self/task/*/children") for child in open(path).read().split()]
-
     def ask(self, *command):
         """What a command prints; empty if it fails."""
-        done = subprocess.run(command, stdin=subprocess.DEVNULL, capture_output=True, text=True, check=False)
+        done = subprocess.run(command, capture_output=True, text=True, check=False)
         return done.stdout.strip() if done.returncode == 0 else ""
 
     def start(self, *arguments):
@@ -149,24 +131,30 @@ class Desk:
         self.programs.append(Program(self, arguments))
         return self.programs[-1]
 
+    def open_picture(self, name, picture):
+        """A picture file of that name in the desk's folder, the program started with it, and its sheet."""
+        path = self.path(name)
+        picture.write(path)
+        program = self.start(path)
+        return path, program, Sheet(self, program, f"{path} - 100%", picture)
+
     # The hand.
 
     def hand(self, *words):
-        subprocess.run(["xdotool", *map(str, words)], stdin=subprocess.DEVNULL, check=True)
+        subprocess.run(["xdotool", *map(str, words)], check=True)
 
-    def click(self, x, y, button=LEFT):
-        self.hand("mousemove", x, y, "click", button)
+    def click(self, x, y):
+        self.hand("mousemove", x, y, "click", LEFT)
 
-    def drag(self, start, end, button=LEFT):
-        self.hand("mousemove", *start, "mousedown", button, "mousemove", *end, "mouseup", button)
+    def drag(self, start, end):
+        self.hand("mousemove", *start, "mousedown", LEFT, "mousemove", *end, "mouseup", LEFT)
 
     # The eye.
 
     def screen(self):
         """What the screen shows now."""
-        grabbed = subprocess.run(["import", "-silent", "-window", "root", "-depth", "8", "rgb:-"],
-                                 stdin=subprocess.DEVNULL, capture_output=True, check=True).stdout
-        return Picture(*SCREEN, grabbed)
+        return Picture(*SCREEN, subprocess.run(["import", "-silent", "-window", "root", "-depth", "8", "rgb:-"],
+                                               capture_output=True, check=True).stdout)
 
     def wait_for_pixel(self, place, colour):
         wait_for(f"{colour} at {place} of the screen", lambda: self.screen().at(*place) == colour)
@@ -174,39 +162,24 @@ class Desk:
     def expect_picture(self, path, expected):
         """The file at `path`, read by ImageMagick, shows `expected` to the pixel."""
         got = Picture.read(path)
-        sizes = (got.width, got.height), (expected.width, expected.height)
-        check(sizes[0] == sizes[1], f"{path} measures {sizes[0]}, not {sizes[1]}")
-        place = got.first_difference(expected)
-        if place is None:
-            return
-        os.makedirs(self.failures, exist_ok=True)
-        files = [os.path.join(self.failures, name) for name in ("got.png", "expected.png", "difference.png")]
-        got.write(files[0])
-        expected.write(files[1])
-        self.ask("compare", *files)
-        raise Failure(f"{path} differs first at {place}: got {got.at(*place)}, expected {expected.at(*place)}")
-
-    def keep_evidence(self):
-        """Leaves a picture of the screen and what the processes wrote in the folder for failures."""
-        os.makedirs(self.failures, exist_ok=True)
-        self.ask("import", "-silent", "-window", "root", os.path.join(self.failures, "screen.png"))
-        with open(os.path.join(self.failures, "controls.txt"), "w", encoding="utf-8") as file:
-            file.writelines(program.outline() for program in self.programs)
-        shutil.copytree(self.path("log"), os.path.join(self.failures, "log"), dirs_exist_ok=True)
+        if got != expected:
+            got.write(self.evidence("got.png"))
+            expected.write(self.evidence("expected.png"))
+            self.ask("compare", *map(self.evidence, ("got.png", "expected.png", "difference.png")))
+        check(got == expected, f"{path} ({got.width} x {got.height}) isn't as expected: see difference.png")
 
 
 class Program:
     def __init__(self, desk, arguments):
         self.desk = desk
-        self.process = desk._spawn([sys.argv[1], *arguments], cwd=desk.folder)
-        self.node = wait_for("the program's main window", self._registered)
+        self.process = desk.spawn([sys.argv[1], *arguments], cwd=desk.folder)
+        self.root = wait_for("the program's main window", self._registered)
         wait_for("the main window in front", self.in_front)
 
     def _registered(self):
         self.expect_running()
-        desktop = self.desk.atspi.get_desktop(0)
-        desktop.clear_cache()
-        return next((node for node in _children(desktop) if _asked(node.get_process_id) == self.process.pid), None)
+        programs = Control(Atspi.get_desktop(0)).renewed().children()
+        return next((root for root in programs if _asked(root.node.get_process_id) == self.process.pid), None)
 
     def in_front(self):
         """A window of the program has the keyboard, and stands where the program believes it stands."""
@@ -217,10 +190,8 @@ class Program:
         facts = self.desk.ask("xwininfo", "-id", window)
         there = tuple(int(line.split(":")[1]) for line in facts.splitlines()
                       if line.strip().startswith(("Absolute upper-left", "Width", "Height")))
-        self.node.clear_cache()
         # A window that is going may still have the keyboard; it isn't seen any more.
-        return any(control.rect() == there and control.seen()
-                   for control in (Control(self, node) for node in _children(self.node)))
+        return any(control.rect() == there and control.seen() for control in self.root.renewed().children())
 
     def expect_running(self):
         check(self.process.poll() is None, f"the program has ended (exit code {self.process.returncode})")
@@ -235,14 +206,8 @@ class Program:
     def controls(self, fits, within=None):
         """The controls now seen for which `fits(control)` holds, from the front of the tree to its end."""
         self.expect_running()
-        start = within.node if within else self.node
-        start.clear_cache()
-        return [control for control, _ in self._walk(start) if fits(control) and control.seen()]
-
-    def _walk(self, node, depth=0):
-        yield Control(self, node), depth
-        for child in _children(node):
-            yield from self._walk(child, depth + 1)
+        start = (within or self.root).renewed()
+        return [control for _, control in start.tree() if fits(control) and control.seen()]
 
     def find(self, name, within=lambda: None, role=""):
         """The first control of that name and role that is seen, once there is one, in the one that `within` finds."""
@@ -260,14 +225,15 @@ class Program:
         self.desk.click(*control.settled().centre())
 
     def enter(self, name, text):
-        """Types in place of what the entry of that name holds (its caption may have the same name); returns it."""
+        """Types in place of what the entry of that name holds (its caption may have the same name) and leaves it."""
         entry = self.find(name, role="text")
         wait_for(f'"{name}" in front', self.in_front)
         self.desk.click(*entry.settled().centre())
         wait_for(f'the keyboard in "{name}"', entry.has_keyboard)
         self.desk.hand("key", "ctrl+a", "type", "--delay", 1, text)
         wait_for(f'the text "{text}" in "{name}"', lambda: entry.text() == text)
-        return entry
+        self.key("Tab")
+        wait_for(f'"{name}" to be left', lambda: not entry.has_keyboard())
 
     def key(self, *keys):
         """Presses keys in the window that has the keyboard, once that is the program's."""
@@ -280,18 +246,22 @@ class Program:
         self.press(button)
         wait_for(f'the message "{text}" to go', lambda: self.process.poll() is not None or not self.shows(text))
 
+    def save(self, path):
+        """Ctrl+S, until another file stands at `path`."""
+        before = os.stat(path)
+        self.key("ctrl+s")
+        wait_for("the saved file", lambda: os.path.exists(path) and not os.path.samestat(os.stat(path), before))
+
     def outline(self):
         """The tree of controls, a line each."""
-        if self.process.poll() is not None:
-            return ""
-        self.node.clear_cache()
+        tree = self.root.renewed().tree() if self.process.poll() is None else ()
         return "".join(f"{'  ' * depth}{control.role()} '{control.name()}' {control.rect()} seen: {control.seen()}\n"
-                       for control, depth in self._walk(self.node))
+                       for depth, control in tree)
 
 
 class Control:
-    def __init__(self, program, node):
-        self.program, self.node = program, node
+    def __init__(self, node):
+        self.node = node
 
     def name(self):
         return _asked(self.node.get_name) or ""
@@ -299,28 +269,38 @@ class Control:
     def role(self):
         return _asked(self.node.get_role_name) or ""
 
+    def text(self):
+        """What an entry holds now."""
+        return _asked(Atspi.Text.get_text, self.node, 0, -1)
+
     def seen(self):
-        return self._is(self.program.desk.atspi.StateType.SHOWING)
+        return self._is(Atspi.StateType.SHOWING)
 
     def has_keyboard(self):
-        return self.renewed()._is(self.program.desk.atspi.StateType.FOCUSED)
+        return self.renewed()._is(Atspi.StateType.FOCUSED)
 
     def _is(self, state):
         states = _asked(self.node.get_state_set)
         return bool(states) and states.contains(state)
+
+    def children(self):
+        nodes = (_asked(self.node.get_child_at_index, i) for i in range(_asked(self.node.get_child_count) or 0))
+        return [Control(node) for node in nodes if node]
+
+    def tree(self, depth=0):
+        """Itself and what it holds, each after its depth."""
+        yield depth, self
+        for child in self.children():
+            yield from child.tree(depth + 1)
 
     def renewed(self):
         """Itself, with what is known of it asked anew."""
         self.node.clear_cache()
         return self
 
-    def text(self):
-        """What an entry holds now."""
-        return _asked(self.program.desk.atspi.Text.get_text, self.node, 0, -1)
-
     def rect(self):
         """(x, y, width, height) on the screen."""
-        extents = _asked(self.node.get_extents, self.program.desk.atspi.CoordType.SCREEN)
+        extents = _asked(self.node.get_extents, Atspi.CoordType.SCREEN)
         return (extents.x, extents.y, extents.width, extents.height) if extents else (0, 0, 0, 0)
 
     def centre(self):
@@ -339,48 +319,54 @@ class Control:
 
 def _asked(question, *arguments):
     """The answer, or None where the control has gone meanwhile."""
-    from gi.repository import GLib
-    try:
+    with contextlib.suppress(GLib.Error):
         return question(*arguments)
-    except GLib.Error:
-        return None
 
 
-def _children(node):
-    children = (_asked(node.get_child_at_index, i) for i in range(_asked(node.get_child_count) or 0))
-    return [child for child in children if child]
+class Sheet:
+    """The document whose caption is `caption`, showing `picture`; each pixel takes `zoom` by `zoom` of the screen's."""
+
+    def __init__(self, desk, program, caption, picture, zoom=1):
+        self.desk, self.picture, self.zoom = desk, picture, zoom
+        self.canvas = program.find("Picture", lambda: program.find(caption)).settled()
+        for i in range(16):
+            desk.wait_for_pixel(self.place(i, i), picture.at(i, i))
+
+    def place(self, x, y):
+        """Where the screen shows the middle of pixel (x, y), beside the frame of one pixel."""
+        left, top, _, _ = self.canvas.rect()
+        return left + 1 + x * self.zoom + self.zoom // 2, top + 1 + y * self.zoom + self.zoom // 2
+
+    def row(self, x1, x2, y, colour):
+        """Draws along a row with the tool that is set, waits for the screen to show `colour` at both ends, and notes
+        what the picture then is."""
+        self.desk.drag(self.place(x1, y), self.place(x2, y))
+        self.picture.row(x1, x2, y, colour)
+        for x in x1, x2:
+            self.desk.wait_for_pixel(self.place(x, y), colour)
 
 
 def _run(label, case):
-    """0 if the case holds on a fresh desk."""
-    with Desk(label) as desk:
-        try:
-            case(desk)
-            print(f"{label}: fine")
-            return 0
-        except (Failure, subprocess.SubprocessError, OSError) as failure:
-            traceback.print_exc()
-            desk.keep_evidence()
-            print(f"{label}: {failure}\n  evidence in {desk.failures}")
-            return 1
+    _end_with_parent()
+    desk = Desk(label)
+    try:
+        desk.set_up()
+        case(desk)
+        print(f"{label}: fine")
+    except BaseException:
+        desk.keep_evidence()
+        raise
+    finally:
+        desk.clear()
 
 
 def main(name, *cases):
     """Runs each case, a function of a desk, on a desk of its own; ends the process with 1 when one has failed."""
-    failed = 0
+    failed = False
     for case in cases:
-        sys.stdout.flush()
         # A process each, since the accessibility library knows one bus in its life.
-        child = os.fork()
-        if child == 0:
-            _end_with_parent()
-            result = 1
-            try:
-                result = _run(f"{name}.{case.__name__}", case)
-            except BaseException:
-                traceback.print_exc()
-            sys.stdout.flush()
-            sys.stderr.flush()
-            os._exit(result)
-        failed += os.waitstatus_to_exitcode(os.waitpid(child, 0)[1]) != 0
-    sys.exit(1 if failed else 0)
+        child = multiprocessing.get_context("fork").Process(target=_run, args=(f"{name}.{case.__name__}", case))
+        child.start()
+        child.join()
+        failed |= child.exitcode != 0
+    sys.exit(failed)

@@ -4,11 +4,10 @@ import os
 
 from desk import check, main, wait_for
 from pictures import BLACK, WHITE, Picture
-from sheets import open_picture, save
 
 
 def pen_at_300_after_scrolling(desk):
-    path, program, sheet = open_picture(desk, "picture.bmp", Picture.telling_places(200, 150))
+    path, program, sheet = desk.open_picture("picture.bmp", Picture.telling_places(200, 150))
     program.press("Magnifying Tool")
     # The middle of the picture stays in the middle of the view.
     for percent, middle in (200, (100, 75)), (300, (200, 150)):
@@ -33,13 +32,13 @@ def pen_at_300_after_scrolling(desk):
         desk.wait_for_pixel(start, BLACK)
         desk.wait_for_pixel(end, BLACK)
         sheet.picture.row(x1, x2, row, BLACK)
-    save(program, path)
+    program.save(path)
     desk.expect_picture(path, sheet.picture)
 
 
 def folder_that_has_gone(desk):
     os.mkdir(desk.path("there"))
-    path, program, sheet = open_picture(desk, "there/picture.bmp", Picture.telling_places(200, 150))
+    path, program, sheet = desk.open_picture("there/picture.bmp", Picture.telling_places(200, 150))
     program.press("Pen Tool")
     sheet.row(10, 60, 20, BLACK)
     os.rename(desk.path("there"), desk.path("elsewhere"))
@@ -50,7 +49,7 @@ def folder_that_has_gone(desk):
     program.answer("The image has been changed.", "Cancel")
     os.rename(desk.path("elsewhere"), desk.path("there"))
     desk.expect_picture(path, Picture.telling_places(200, 150))
-    save(program, path)
+    program.save(path)
     desk.expect_picture(path, sheet.picture)
 
 

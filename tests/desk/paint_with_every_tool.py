@@ -5,93 +5,39 @@ With ZELVANE_DESK_KEEP set the kept picture is written anew; look at it before i
 
 import os
 import re
-import shutil
 
-from desk import LEFT, RIGHT, SCREEN, main, wait_for
+from desk import LEFT, RIGHT, SCREEN, Sheet, main, wait_for
 from pictures import Picture
-from sheets import Sheet, open_picture, save
 
 KEPT = os.path.join(os.path.dirname(os.path.abspath(__file__)), "kept", "every_tool.png")
 KEEP = "ZELVANE_DESK_KEEP" in os.environ  # asked early: a desk clears its environment
 
-# A line is a colour with its numbers, an option with its number, the way of a stroke, keys, or a button's name.
+# A step is a colour with its numbers, an option with its number, the way of a stroke, keys, or a button's name.
 SCRIPT = """
-Foreground color 200 30 60
-Background color 20 160 90
-Floodfill Tool
-left 105,150
-right 115,80
-Gradient Tool
-left 206,80 220,100 230,80
-Pen Tool
-Brush: 3
-left 10,10 50,10 50,24
-right 90,20 62,20
-Straight Line
-left 10,36 30,70 60,52
-Brush: 12
-right 85,45
-Airbrush Tool
-Size: 12
-Pressure: 80
-left 140,20
-right 25,75
-Rectangle Tool
-Bordersize: 3
-Border and Fill
-left 165,12 190,38 195,32
-right 155,60 130,45
-Fill Only
-Round corners?
-left 165,45 197,65
-Circle Tool
-Bordersize: 4
-Border and Fill
-left 128,75 160,105
-Fill Only
-right 50,65 90,95
-Brighten Tool
-Size: 8
-Pressure: 100
-left 20,110
-Darken
-right 50,112
-Blur Tool
-Size: 9
-left 80,112
-Eraser Tool
-Eraser width: 7
-left 10,133 60,133
-right 75,140
-Eyedropper Tool
-left 5,150
-right 15,150
-Pen Tool
-Brush: 5
-left 130,118 160,118
-right 130,126 160,126
-Swap Colors
-left 130,134 160,134
-right 130,142 160,142
-Foreground color 113 96 161
-left 130,150 160,150
-Eraser Tool
-Clear
-ctrl+z
+Foreground color 200 30 60 | Background color 20 160 90
+Floodfill Tool | left 105,150 | right 115,80
+Gradient Tool | left 206,80 220,100 230,80
+Pen Tool | Brush: 3 | left 10,10 50,10 50,24 | right 90,20 62,20
+Straight Line | left 10,36 30,70 60,52 | Brush: 12 | right 85,45
+Airbrush Tool | Size: 12 | Pressure: 80 | left 140,20 | right 25,75
+Rectangle Tool | Bordersize: 3 | Border and Fill | left 165,12 190,38 195,32 | right 155,60 130,45
+Fill Only | Round corners? | left 165,45 197,65
+Circle Tool | Bordersize: 4 | Border and Fill | left 128,75 160,105 | Fill Only | right 50,65 90,95
+Brighten Tool | Size: 8 | Pressure: 100 | left 20,110 | Darken | right 50,112
+Blur Tool | Size: 9 | left 80,112
+Eraser Tool | Eraser width: 7 | left 10,133 60,133 | right 75,140
+Eyedropper Tool | left 5,150 | right 15,150
+Pen Tool | Brush: 5 | left 130,118 160,118 | right 130,126 160,126
+Swap Colors | left 130,134 160,134 | right 130,142 160,142
+Foreground color 113 96 161 | left 130,150 160,150
+Eraser Tool | Clear | ctrl+z
 """
 
 
-def striped():
-    """Stripes of ten columns, and a flat area right of them."""
-    return Picture.of(240, 160, lambda x, y: (90, 140, 110) if x >= 120 else
-                      (64, 96, 160) if x // 10 % 2 else (192, 176, 128))
-
-
-def type_number(program, name, number):
-    """Types into a box and leaves it."""
-    box = program.enter(name, number)
-    program.key("Tab")
-    wait_for(f'"{name}" to be left', lambda: not box.has_keyboard())
+def open_stripes(desk):
+    """The program with a picture: stripes of ten columns, and a flat area right of them."""
+    return desk.open_picture("striped.bmp", Picture.of(240, 160, lambda x, y: (
+        (90, 140, 110) if x >= 120 else (64, 96, 160) if x // 10 % 2 else (192, 176, 128))))
 
 
 def type_colour(desk, program, name, colour):
@@ -100,7 +46,7 @@ def type_colour(desk, program, name, colour):
     x, y, width, height = program.find(name).settled().rect()
     desk.click(x + width - 4, y + height - 4)  # where nothing lies over the label
     for box, number in zip(("Red", "Green", "Blue"), colour):
-        type_number(program, box, number)
+        program.enter(box, number)
     desk.wait_for_pixel((x + width - 4, y + height - 4), tuple(map(int, colour)))
 
 
@@ -117,31 +63,31 @@ def stroke(desk, program, sheet, button, places):
 
 
 def paint(desk, program, sheet, path):
-    for line in SCRIPT.strip().splitlines():
-        if words := re.fullmatch(r"(\w+ground color) (\d+) (\d+) (\d+)", line):
+    for step in re.split(r" \| |\n", SCRIPT.strip()):
+        if words := re.fullmatch(r"(\w+ground color) (\d+) (\d+) (\d+)", step):
             type_colour(desk, program, words[1], words.groups()[1:])
-        elif words := re.fullmatch(r"(.+:) (\d+)", line):
-            type_number(program, words[1], words[2])
-        elif words := re.fullmatch(r"(left|right) (.+)", line):
+        elif words := re.fullmatch(r"(.+:) (\d+)", step):
+            program.enter(words[1], words[2])
+        elif words := re.fullmatch(r"(left|right) (.+)", step):
             places = [tuple(map(int, place.split(","))) for place in words[2].split()]
             stroke(desk, program, sheet, LEFT if words[1] == "left" else RIGHT, places)
-        elif "+" in line:
-            program.key(line)
+        elif "+" in step:
+            program.key(step)
         else:
-            program.press(line)
-    save(program, path)
+            program.press(step)
+    program.save(path)
     if KEEP and sheet.zoom == 1:
         Picture.read(path).write(KEPT)
     desk.expect_picture(path, Picture.read(KEPT))
 
 
 def at_100(desk):
-    path, program, sheet = open_picture(desk, "striped.bmp", striped())
+    path, program, sheet = open_stripes(desk)
     paint(desk, program, sheet, path)
 
 
 def at_300(desk):
-    path, program, sheet = open_picture(desk, "striped.bmp", striped())
+    path, program, sheet = open_stripes(desk)
     fill_screen(desk, program)
     program.press("Magnifying Tool")
     for percent in 200, 300:
@@ -175,7 +121,7 @@ def look(desk, control):
 
 
 def buttons_follow_the_pointer(desk):
-    _, program, sheet = open_picture(desk, "striped.bmp", striped())
+    _, program, sheet = open_stripes(desk)
 
     def expect_looks(**wanted):
         for name, how in wanted.items():
@@ -190,9 +136,8 @@ def buttons_follow_the_pointer(desk):
         desk.hand("mousemove", *sheet.place(60, 60))
         expect_looks(Pen_Tool="flat")
     desk.click(*pen)
-    expect_looks(Pen_Tool="sunken", Cursor="flat")
     desk.hand("mousemove", *sheet.place(60, 60))
-    expect_looks(Pen_Tool="sunken", Freehand="sunken", Straight_Line="flat")
+    expect_looks(Pen_Tool="sunken", Cursor="flat", Freehand="sunken", Straight_Line="flat")
     program.press("Straight Line")
     expect_looks(Straight_Line="sunken", Freehand="flat")
 

@@ -1,17 +1,21 @@
 """Pictures of red, green and blue bytes: what a test hands to the program, and what it expects, computed here."""
 
+import dataclasses
 import subprocess
 
 BLACK, WHITE = (0, 0, 0), (255, 255, 255)
 
 
+@dataclasses.dataclass
 class Picture:
-    def __init__(self, width, height, pixels):
-        self.width, self.height, self.pixels = width, height, bytearray(pixels)
+    width: int
+    height: int
+    pixels: bytearray
 
     @classmethod
     def of(cls, width, height, colour_at):
-        return cls(width, height, (byte for y in range(height) for x in range(width) for byte in colour_at(x, y)))
+        return cls(width, height, bytearray(
+            byte for y in range(height) for x in range(width) for byte in colour_at(x, y)))
 
     @classmethod
     def telling_places(cls, width, height):
@@ -22,12 +26,12 @@ class Picture:
     def read(cls, path):
         """The file as ImageMagick reads it."""
         size = subprocess.run(["identify", "-format", "%w %h", path], capture_output=True, check=True).stdout
-        pixels = subprocess.run(["/usr/bin/convert", path, "-depth", "8", "rgb:-"], capture_output=True, check=True)
-        return cls(*map(int, size.split()), pixels.stdout)
+        pixels = subprocess.run(["convert", path, "-depth", "8", "rgb:-"], capture_output=True, check=True).stdout
+        return cls(*map(int, size.split()), bytearray(pixels))
 
     def write(self, path):
         """In the format of the path's ending."""
-        subprocess.run(["/usr/bin/convert", "-size", f"{self.width}x{self.height}", "-depth", "8", "rgb:-", path],
+        subprocess.run(["convert", "-size", f"{self.width}x{self.height}", "-depth", "8", "rgb:-", path],
                        input=self.pixels, check=True)
 
     def at(self, x, y):
@@ -39,7 +43,12 @@ class Picture:
         start, end = 3 * (y * self.width + min(x1, x2)), 3 * (y * self.width + max(x1, x2) + 1)
         self.pixels[start:end] = bytes(colour) * ((end - start) // 3)
 
-    def first_difference(self, other):
-        """(x, y) of the first pixel, row by row, that differs; None if none does. The sizes are alike."""
-        places = ((x, y) for y in range(self.height) for x in range(self.width))
-        return next((place for place in places if self.at(*place) != other.at(*place)), None)
+    def cut(self, left, top, width, height):
+        """A copy of that part."""
+        return Picture.of(width, height, lambda x, y: self.at(left + x, top + y))
+
+    def lay(self, part, left, top):
+        """`part` comes to lie on this picture."""
+        for y in range(part.height):
+            for x in range(part.width):
+                self.row(left + x, left + x, top + y, part.at(x, y))

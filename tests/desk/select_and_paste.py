@@ -6,7 +6,6 @@ import sys
 
 from desk import check, main, wait_for
 from pictures import BLACK, WHITE, Picture
-from sheets import open_picture, save
 
 # Another program: takes the clipboard's picture, offers it itself from then on, and keeps it in a file.
 PARTNER = """
@@ -23,34 +22,24 @@ Gtk.main()
 """
 
 
-def cut(picture, left, top, width, height):
-    return Picture.of(width, height, lambda x, y: picture.at(left + x, top + y))
-
-
-def lay(picture, part, left, top):
-    for y in range(part.height):
-        for x in range(part.width):
-            picture.row(left + x, left + x, top + y, part.at(x, y))
-
-
 def selection(desk):
-    path, program, sheet = open_picture(desk, "picture.bmp", Picture.telling_places(200, 150))
+    path, program, sheet = desk.open_picture("picture.bmp", Picture.telling_places(200, 150))
     picture = sheet.picture
-    part = cut(picture, 20, 20, 40, 30)
+    part = picture.cut(20, 20, 40, 30)
 
     program.press("Select Area Tool")
     desk.drag(sheet.place(20, 20), sheet.place(60, 50))
     program.press("Cursor")
     desk.drag(sheet.place(30, 30), sheet.place(110, 70))
     desk.wait_for_pixel(sheet.place(25, 25), WHITE)
-    lay(picture, Picture.of(40, 30, lambda x, y: WHITE), 20, 20)
+    picture.lay(Picture.of(40, 30, lambda x, y: WHITE), 20, 20)
 
     program.press("Pen Tool")
     desk.drag(sheet.place(90, 70), sheet.place(120, 70))
     desk.wait_for_pixel(sheet.place(110, 70), BLACK)
     check(desk.screen().at(*sheet.place(95, 70)) == picture.at(95, 70), "the pen painted beside the selection")
     part.row(0, 20, 10, BLACK)
-    lay(picture, part, 100, 60)
+    picture.lay(part, 100, 60)
 
     program.key("ctrl+c")
     clipboard = ["xclip", "-selection", "clipboard", "-t"]
@@ -58,27 +47,27 @@ def selection(desk):
     with open(desk.path("taken.bmp"), "wb") as file:
         subprocess.run([*clipboard, "image/bmp", "-o"], stdout=file, check=True)
     desk.expect_picture(desk.path("taken.bmp"), part)
-    desk._spawn([sys.executable, "-c", PARTNER, desk.path("taken.png")])
+    desk.spawn([sys.executable, "-c", PARTNER, desk.path("taken.png")])
     wait_for("the partner's copy", lambda: os.path.exists(desk.path("taken.png")))
     desk.expect_picture(desk.path("taken.png"), part)
     program.key("ctrl+v")
     desk.wait_for_pixel(sheet.place(10, 10), BLACK)
-    lay(picture, part, 0, 0)
+    picture.lay(part, 0, 0)
 
     # What is transparent comes to lie on white.
-    subprocess.run(["/usr/bin/convert", "-size", "30x20", "xc:none", desk.path("clear.png")], check=True)
+    subprocess.run(["convert", "-size", "30x20", "xc:none", desk.path("clear.png")], check=True)
     subprocess.run([*clipboard, "image/png", "-i", desk.path("clear.png")], stdout=subprocess.DEVNULL, check=True)
     program.key("ctrl+v")
     desk.wait_for_pixel(sheet.place(10, 10), WHITE)
-    lay(picture, Picture.of(30, 20, lambda x, y: WHITE), 0, 0)
+    picture.lay(Picture.of(30, 20, lambda x, y: WHITE), 0, 0)
 
     program.press("Crop Tool")
     desk.drag(sheet.place(5, 5), sheet.place(150, 120))
     wait_for("the question", lambda: program.shows("Are you sure you wish to crop?"))
     program.key("alt+y")
     wait_for("the end of the question", lambda: not program.shows("Are you sure you wish to crop?"))
-    save(program, path)
-    desk.expect_picture(path, cut(picture, 5, 5, 145, 115))
+    program.save(path)
+    desk.expect_picture(path, picture.cut(5, 5, 145, 115))
 
 
 main("select_and_paste", selection)

@@ -1,8 +1,7 @@
 """The program is started with what is no picture, and left with changed documents."""
 
-from desk import check, main, wait_for
+from desk import Sheet, check, main, wait_for
 from pictures import BLACK, Picture
-from sheets import Sheet, open_picture
 
 REFUSED, CHANGED = "The selected picture file is missing or invalid", "The image has been changed."
 
@@ -20,11 +19,11 @@ def half_a_picture(desk):
 
 
 def changed_documents(desk):
-    second, program, _ = open_picture(desk, "second.bmp", Picture.telling_places(200, 150))
+    second, program, _ = desk.open_picture("second.bmp", Picture.telling_places(200, 150))
     program.key("ctrl+q")
     program.expect_end()
 
-    first, program, sheet = open_picture(desk, "first.bmp", Picture.telling_places(200, 150))
+    first, program, sheet = desk.open_picture("first.bmp", Picture.telling_places(200, 150))
     program.press("Pen Tool")
     sheet.row(10, 60, 20, BLACK)
     for entry in "File", "Recent Files", "second.bmp":

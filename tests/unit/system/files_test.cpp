@@ -75,7 +75,6 @@ TEST(Folders, TellFilesFromFolders) {
   EXPECT_FALSE(FileExists(folder.Path("d.exe")));
   EXPECT_FALSE(DeleteFile(folder.Path("d.exe")));
   EXPECT_TRUE(RenameFile(folder.Path("c.txt"), folder.Path("e.txt")));
-  EXPECT_TRUE(FileExists(folder.Path("e.txt")));
   EXPECT_TRUE(DeleteFile(folder.Path("e.txt")));
   EXPECT_FALSE(FileExists(folder.Path("e.txt")));
 }
@@ -106,7 +105,6 @@ TEST(WriteFileSafely, ReplacesTheFileAndKeepsItsRights) {
   const Folder folder;
   const std::string path = folder.Path("file"), link = folder.Path("link");
   EXPECT_EQ(Fault(path, {'o', 'l', 'd'}), "");
-  EXPECT_EQ(TextOf(path), "old");
   fs::permissions(path, fs::perms{0751});
   fs::create_symlink("file", link);
   EXPECT_EQ(Fault(link), "");
@@ -144,10 +142,7 @@ TEST(WriteFileSafely, WhateverFailsLeavesTheOldFileAlone) {
   ::setrlimit(RLIMIT_FSIZE, &small);
   EXPECT_EQ(Fault(path, Bytes(200000)), "the file would be too large");
   ::setrlimit(RLIMIT_FSIZE, &before);
-  const auto no_memory = [](const auto& sink) -> bool {
-    sink("half", 4);
-    throw std::bad_alloc();
-  };
+  const auto no_memory = [](const auto&) -> bool { throw std::bad_alloc(); };
   EXPECT_EQ(WriteSafely(path, no_memory).reason, "there isn't enough memory");
   EXPECT_NE(WriteSafely(path, [](const auto& sink) { return sink("half", 4), false; }).reason, "");
   EXPECT_EQ(TextOf(path), "old");
@@ -156,8 +151,7 @@ TEST(WriteFileSafely, WhateverFailsLeavesTheOldFileAlone) {
 
 TEST(WriteFileSafely, DeadDraftsAreSweptAndNobodyElses) {
   const Folder folder;
-  const std::string path = folder.Path("file"), dead = ".zelvane-0123456789ab",
-                    live = ".zelvane-ba9876543210";
+  const std::string path = folder.Path("file"), live = ".zelvane-ba9876543210";
   if (const pid_t writer = ::fork(); writer == 0) {
     SafeFile file(path);
     file.Write("half", 4);
@@ -167,7 +161,7 @@ TEST(WriteFileSafely, DeadDraftsAreSweptAndNobodyElses) {
   }
   std::vector<std::string> kept{".zelvane-0123456789a", ".zelvane-0123456789aX", live, ".zelvane-notes.txt"};
   for (const std::string& name : kept) folder.Put(name, "draft");
-  folder.Put(dead, "draft");
+  folder.Put(".zelvane-0123456789ab", "dead");
   const int held = ::open(folder.Path(live).c_str(), O_RDONLY);
   ASSERT_EQ(::flock(held, LOCK_EX), 0);
   EXPECT_EQ(Fault(path), "");
@@ -196,16 +190,13 @@ TEST(WriteFileSafely, AFullOrReadOnlyDiskLeavesTheOldFile) {
 TEST(WriteFileSafely, ProtectedFilesAndFoldersStay) {
   if (::geteuid() == 0) GTEST_SKIP() << "nothing is protected from the superuser";
   const Folder folder;
-  fs::create_directory(folder.Path("inner"));
-  const std::string path = folder.Put("inner/file", "old");
-  const auto faults_with = [&](fs::perms of_file, fs::perms of_folder) {
-    fs::permissions(path, of_file), fs::permissions(folder.Path("inner"), of_folder);
-    return Fault(path);
-  };
-  EXPECT_EQ(faults_with(fs::perms{0444}, fs::perms{0755}), "permission denied");
-  EXPECT_EQ(faults_with(fs::perms{0644}, fs::perms{0555}), "permission denied");
+  const std::string path = folder.Put("file", "old");
+  for (const auto& [of_file, of_folder] : {std::pair{0444, 0755}, {0644, 0555}}) {
+    fs::permissions(path, fs::perms(of_file)), fs::permissions(folder.Path("."), fs::perms(of_folder));
+    EXPECT_EQ(Fault(path), "permission denied");
+  }
   EXPECT_EQ(TextOf(path), "old");
-  fs::permissions(folder.Path("inner"), fs::perms{0755});
+  fs::permissions(folder.Path("."), fs::perms{0755});
 }
 
 }  // namespace

@@ -1,15 +1,13 @@
 #include <gtest/gtest.h>
 #include <signal.h>
 
-#include <QBuffer>
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QImage>
 #include <QMimeData>
 #include <QSettings>
-#include <chrono>
+#include <QThread>
 #include <fstream>
-#include <thread>
 
 #include "codecs/PictureSamples.h"
 #include "surface/system/desktop/Clipboard.h"
@@ -60,32 +58,27 @@ TEST(Clipboard, TakesWhatOtherProgramsOfferOnWhite) {
   QImage clear(2, 1, QImage::Format_ARGB32);
   clear.setPixel(0, 0, qRgba(200, 100, 0, 0));
   clear.setPixel(1, 0, qRgba(0, 0, 0, 51));
-  const auto bytes = [&clear](const char* kind) {
-    QBuffer buffer;
-    clear.save(&buffer, kind);
-    return buffer.data();
-  };
-  const auto offer = [](const std::vector<std::pair<const char*, QByteArray>>& formats) {
+  const auto offer = [](const std::vector<std::pair<const char*, Bytes>>& formats) {
     auto* data = new QMimeData;
-    for (const auto& [format, content] : formats) data->setData(format, content);
+    for (const auto& [format, content] : formats)
+      data->setData(format, QByteArray(reinterpret_cast<const char*>(content.data()), std::ssize(content)));
     QGuiApplication::clipboard()->setMimeData(data);
     return Clipboard::GetBitmap();
   };
-  for (const auto& got : {offer({{"image/png", bytes("png")}}), offer({{"image/tiff", bytes("tiff")}}),
-                          offer({{"image/png", "rubbish"}, {"image/bmp", bytes("png")}})}) {
+  for (const auto& got :
+       {offer({{"image/png", Encoded(clear, "png")}}), offer({{"image/tiff", Encoded(clear, "tiff")}}),
+        offer({{"image/png", Text("rubbish")}, {"image/bmp", Encoded(clear, "png")}})}) {
     ASSERT_TRUE(got);
     EXPECT_EQ(got->Row(0)[0], 0xFFFFFFFF);
     EXPECT_EQ(got->Row(0)[1], 0xFFCCCCCC);
   }
-  EXPECT_FALSE(offer({{"image/png", ""}, {"image/bmp", bytes("png")}}));
-  EXPECT_FALSE(offer({{"text/html", "<img>"}}));
+  EXPECT_FALSE(offer({{"image/png", {}}, {"image/bmp", Encoded(clear, "png")}}));
+  EXPECT_FALSE(offer({{"text/html", Text("<img>")}}));
 }
 
 /// The code once the program has ended; it's given plenty of time.
 int EndOf(Program& program) {
-  for (int i = 0; i < 1000 && program.ExitCode() == kStillActive; ++i) {
-    std::this_thread::sleep_for(std::chrono::milliseconds(10));
-  }
+  for (int i = 0; i < 1000 && program.ExitCode() == kStillActive; ++i) QThread::msleep(10);
   return program.ExitCode();
 }
 
@@ -109,16 +102,11 @@ TEST(Programs, RunAndTellTheirExitCode) {
 TEST(Screen, BringsAnAreaOntoTheScreensByAsLittleAsNeeded) {
   // Two side by side, the right one lower.
   const std::vector<Screen::Area> screens = {{0, 0, 1000, 800}, {1000, 200, 1000, 800}};
-  const auto at = [&](double left, double top) {
-    const Screen::Area moved = Screen::BroughtOnto(screens, {left, top, 400, 60});
-    EXPECT_EQ(moved.width * moved.height, 400 * 60);
-    return std::pair(moved.left, moved.top);
-  };
-  EXPECT_EQ(at(10, 20), std::pair(10.0, 20.0));
-  EXPECT_EQ(at(800, 500), std::pair(800.0, 500.0)) << "on both";
-  EXPECT_EQ(at(700, 100), std::pair(600.0, 100.0)) << "half off, above the right screen";
-  EXPECT_EQ(at(5000, 990), std::pair(1600.0, 940.0));
-  EXPECT_EQ(at(-50, -50), std::pair(0.0, 0.0));
+  const auto at = [&](double left, double top) { return Screen::BroughtOnto(screens, {left, top, 400, 60}); };
+  EXPECT_EQ(at(800, 500), (Screen::Area{800, 500, 400, 60})) << "on both";
+  EXPECT_EQ(at(700, 100), (Screen::Area{600, 100, 400, 60})) << "half off, above the right screen";
+  EXPECT_EQ(at(5000, 990), (Screen::Area{1600, 940, 400, 60}));
+  EXPECT_EQ(at(-50, -50), (Screen::Area{0, 0, 400, 60}));
   EXPECT_EQ(Screen::BroughtOnto({{0, 0, 300, 800}}, {50, 10, 400, 60}), (Screen::Area{0, 10, 400, 60}));
   EXPECT_EQ(Screen::BroughtOnto({}, {-5, -5, 1, 1}), (Screen::Area{-5, -5, 1, 1}));
 }
