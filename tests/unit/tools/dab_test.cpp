@@ -83,19 +83,6 @@ void ExpectSame(int width, int height, Ours ours, Plain plain) {
   EXPECT_EQ(b.Damage().United(a.Damage()), a.Damage());
 }
 
-/// Calls `check` with all sizes, each in the middle of a surface, with parts beyond each of its edges and
-/// with the rim at an edge.
-template <class Check>
-void ForDabs(Check check) {
-  for (int size = 0; size <= 100; size += size < 12 ? 1 : 44) {
-    const int side = 2 * size + 5, middle = side / 2, near = size / 3, far = side - 1 - near;
-    for (const int x :
-         {middle, near, far, -size, size, size + 1, side - size - 1, side - size, side + size - 1})
-      for (const int y : {x, middle, side - 1 - x}) check(DabSizeOf(size), side, x, y);
-    check(DabSizeOf(size), 3, 1, 1);
-  }
-}
-
 TEST(DabSize_, RoundsTheOptionAndItsHalfToEven) {
   for (const auto& [option, size, steps] :
        {std::tuple{1.0, 1, 0}, {3.0, 3, 2}, {5.0, 5, 2}, {10.0, 10, 5}, {2.5, 2, 1}, {1e12, 0, 0}}) {
@@ -104,10 +91,11 @@ TEST(DabSize_, RoundsTheOptionAndItsHalfToEven) {
   }
 }
 
+/// In the middle of a surface and of a tiny one, with parts beyond each edge, and with the rim at an edge.
 TEST(Dabs, PaintWhatThePlainRingsPaint) {
   constexpr double kPressures[] = {0, 37.4, 50, 99.5, 100};
   size_t turn = 0;
-  ForDabs([&](DabSize size, int side, int x, int y) {
+  const auto check = [&](DabSize size, int side, int x, int y) {
     const auto column = static_cast<Single>(x), row = static_cast<Single>(y);
     const double pressure = kPressures[turn++ % 5];
     const bool darken = turn % 2 == 0;
@@ -121,7 +109,11 @@ TEST(Dabs, PaintWhatThePlainRingsPaint) {
       ExpectSame(
           side, height, [&](Canvas& c) { BlurDab(c, column, row, size); },
           [&](Canvas& c) { PlainBlur(c, x, y, size); });
-  });
+  };
+  for (int size = 0; size <= 100; size += size < 12 ? 1 : 44)
+    for (const int side : {2 * size + 5, 3})
+      for (const int x : {-size, size / 3, size, side / 2, side - size - 1, side - size, side + size - 1})
+        for (const int y : {x, side - 1 - x}) check(DabSizeOf(size), side, x, y);
 }
 
 TEST(Dabs, OfNoUseLeaveTheSurface) {
