@@ -82,9 +82,10 @@ struct RoundBox {
     return {left + inset, left + width - 1 - inset};
   }
   /// The pixels whose four neighbours all belong to the box as well: what a thin outline leaves open.
-  Span InnerColumns(int64_t y) const {
-    const Span row = Columns(y);
-    return Span{row.first + 1, row.last - 1}.Intersected(Columns(y - 1)).Intersected(Columns(y + 1));
+  Span InnerColumns(int64_t y) const { return Inside(Columns(y - 1), Columns(y), Columns(y + 1)); }
+  /// The same of a row's columns, for whoever has those of the rows above and below at hand.
+  static Span Inside(const Span& above, const Span& row, const Span& below) {
+    return Span{row.first + 1, row.last - 1}.Intersected(above).Intersected(below);
   }
   /// Grown by so many pixels on every side, corners and all; half pixels go up and left. Doubled.
   RoundBox Grown(int64_t doubled) const {

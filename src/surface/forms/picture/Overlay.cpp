@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstdint>
 #include <utility>
+#include <vector>
 
 #include "surface/forms/picture/OverlayTracer.h"
 #include "surface/forms/picture/PixelPaint.h"
@@ -94,16 +95,43 @@ void TraceRectangle(const Span& columns, const Span& rows, const Cells& cells) {
   if (columns.last > columns.first) cells.Cover({columns.last, columns.last}, between);
 }
 
+/// Joins rows that cover the same columns: an outline goes along with every step of a brush, and costs by the
+/// piece.
+class RowJoiner {
+ public:
+  explicit RowJoiner(const Cells& cells) : cells_(cells) {}
+  ~RowJoiner() { cells_.Cover(columns_, rows_); }
+  RowJoiner(const RowJoiner&) = delete;
+  RowJoiner& operator=(const RowJoiner&) = delete;
+
+  void Cover(const Span& columns, int64_t row) {
+    if (columns.first != columns_.first || columns.last != columns_.last || row != rows_.last + 1) {
+      cells_.Cover(columns_, rows_);
+      columns_ = columns;
+      rows_.first = row;
+    }
+    rows_.last = row;
+  }
+
+ private:
+  const Cells& cells_;
+  Span columns_, rows_;
+};
+
 /// First all that lies left, then what lies right.
 void TraceRoundBox(const RoundBox& box, const Cells& cells) {
   const Span rows = Span{box.top, box.top + box.height - 1}.Intersected(cells.Rows());
+  std::vector<Span> columns;
+  for (int64_t y = rows.first - 1; y <= rows.last + 1; ++y) columns.push_back(box.Columns(y));
   for (const bool leftward : {true, false}) {
+    RowJoiner joined(cells);
     for (int64_t y = rows.first; y <= rows.last; ++y) {
-      const Span whole = box.Columns(y), hollow = box.InnerColumns(y).Intersected(whole);
+      const Span* const row = &columns[static_cast<size_t>(y - rows.first + 1)];
+      const Span hollow = RoundBox::Inside(row[-1], *row, row[1]).Intersected(*row);
       if (hollow.IsEmpty()) {
-        if (leftward) cells.Cover(whole, y);
+        if (leftward) joined.Cover(*row, y);
       } else {
-        cells.Cover(leftward ? Span{whole.first, hollow.first - 1} : Span{hollow.last + 1, whole.last}, y);
+        joined.Cover(leftward ? Span{row->first, hollow.first - 1} : Span{hollow.last + 1, row->last}, y);
       }
     }
   }
