@@ -402,17 +402,6 @@ TEST_F(Controls, AScrollBarStaysInItsRangeAndTellsEachChangeOnceBeforeTheWriteRe
   EXPECT_EQ(widget->value(), 10) << "what the handler writes holds";
 }
 
-TEST_F(Controls, AListTellsOfANewChoiceAndNotOfItsOpening) {
-  ComboBox list(window_, "list");
-  std::string heard;
-  list.OnClick = [&] { heard += std::to_string(list.ListIndex()) + ' '; };
-  list.AddItem("one"), list.AddItem("two");
-  list.SetListIndex(1), list.SetListIndex(1), list.SetListIndex(7);
-  QTest::keyClick(list.Widget(), Qt::Key_Up);
-  QTest::mouseClick(list.Widget(), Qt::LeftButton);
-  EXPECT_EQ(heard, "1 0 ");
-}
-
 TEST_F(Controls, ALabelFitsItsTextAndAlignsIt) {
   Label label(window_, "label", "a && b");
   label.SetAutoSize(true);

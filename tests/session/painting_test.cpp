@@ -279,19 +279,6 @@ TEST_F(Painting, ABarKeepsItsRangeWhereThePictureNeedsMoreThanItHas) {
   }
 }
 
-TEST_F(Painting, ASmallPictureIsCentredAtEveryZoomThatFits) {
-  Open(20, 20);
-  const Panel& room = Document().Back;
-  const PictureView& picture = Document().PaintArea;
-  Document().SetWidth(300 * 15), Document().SetHeight(300 * 15);
-  for (int multiple : {1, 4, 2}) {
-    ZoomTo(multiple);
-    EXPECT_EQ(Document().HScroll1.Max(), 0);
-    EXPECT_EQ(picture.Left(), RoundHalfEven((room.Width() - picture.Width()) / 2));
-    EXPECT_EQ(picture.Top(), RoundHalfEven((room.Height() - picture.Height()) / 2));
-  }
-}
-
 TEST_F(Painting, TheViewFillsTheWindowInEveryState) {
   Open(2000, 1500);
   frmPaint& document = Document();

@@ -13,15 +13,6 @@ TEST(Colours, SplitAndPixelsKeepTheirChannels) {
   EXPECT_EQ(ToColor(0xFF123456u), RGB(0x12, 0x34, 0x56));
 }
 
-TEST(Colours, SystemColoursComeOutOfTheTable) {
-  SetSystemPixel(31, 0x00102030);
-  SetSystemPixel(32, 0xFFFFFFFF);
-  SetSystemPixel(-1, 0xFFFFFFFF);
-  EXPECT_EQ(ToPixel(SystemColor::Of(31)), 0xFF102030u);
-  EXPECT_EQ(ToPixel(SystemColor::Of(32)), 0xFF000000u);
-  SetSystemPixel(31, 0);
-}
-
 TEST(Bitmaps, CopiesPartOnlyWhenWritten) {
   Bitmap a(300, 400, 0xFF000001);
   Bitmap b = a;
@@ -99,14 +90,6 @@ TEST(CanvasPixels, BeyondTheSurfaceNothingIsReadOrWritten) {
   EXPECT_EQ(canvas.Point(0.5f, 1), kWhite);
   EXPECT_EQ(Text(canvas), (Lines{"..", ".."}));
   EXPECT_TRUE(canvas.Damage().IsEmpty());
-}
-
-TEST(CanvasPixels, InvertingKeepsTheTopByte) {
-  Sheet canvas({"...", ".#."});
-  canvas.InvertRect(1, -5, 40, 40);
-  EXPECT_EQ(canvas.Damage(), (Rect{1, 0, 3, 2}));
-  EXPECT_EQ(Text(canvas), (Lines{".##", "..#"}));
-  EXPECT_EQ(canvas.Image().Row(1)[2], 0xFF000000u);
 }
 
 TEST(CanvasPixels, ClsLeavesSharedPixelsAlone) {

@@ -92,14 +92,6 @@ void ExpectDrawnAsOneByOne(const Way& way, int left, int top) {
   EXPECT_EQ(std::pair(ours.CurrentX(), ours.CurrentY()), std::pair(plain.CurrentX(), plain.CurrentY()));
 }
 
-TEST(Angle, IsMeasuredFromTheRightAgainstTheClock) {
-  for (int angle = 0; angle < 360; angle += 45) {
-    const double x = std::round(std::cos(angle * kDegree)), y = -std::round(std::sin(angle * kDegree));
-    EXPECT_NEAR(AngleOfLine(3, 4, 3 + 5 * x, 4 + 5 * y), angle, 1e-9);
-  }
-  EXPECT_EQ(AngleOfLine(3, 3, 3, 3), 90);
-}
-
 TEST(Gradient, RunsFromStartToEnd) {
   EXPECT_EQ(GradientColor(10, 0, kFirst, kLast), kFirst);
   EXPECT_EQ(GradientColor(10, 10, kFirst, kLast), kLast);

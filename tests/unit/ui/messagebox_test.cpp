@@ -56,15 +56,6 @@ TEST(MessageLayout, FiguresOfTextsSetsAndIcons) {
   EXPECT_EQ(Centred(3000, 1000, 1600), 2700) << "wider than its owner";
 }
 
-TEST(MessageLayout, TheLargestTextFillsTheLargestBox) {
-  for (const bool has_icon : {false, true}) {
-    MsgBoxParts parts{700,  WidestText(19200, has_icon), HighestText(12000), 1, has_icon, true, kAlignLeft,
-                      19200};
-    EXPECT_EQ(LayOut(parts).width, 19200 - 240);
-    EXPECT_EQ(LayOut(parts).height, 12000 - 240);
-  }
-}
-
 TEST(MessageProperties, RulesOnWriting) {
   MsgBoxProperties box;
   const auto colours = [&box] {
@@ -156,14 +147,6 @@ TEST(Gradients, DirectionsLeadFromOneEndToTheOther) {
     EXPECT_LE(dark.red, 12) << direction;
     EXPECT_GE(full.red, 243) << direction;
     EXPECT_EQ(full, (Channels{full.red, 0, 128})) << "no component grows beyond its own";
-  }
-  Ground ground(64, 32);
-  EXPECT_FALSE(FillGradientDirectional(ground, kNoColor, 7));
-  for (const auto& [direction, middle, corner] : {std::array{7, 0, 140}, {8, 255, 115}}) {
-    // Rings are round whatever the surface is: the corner is 35.8 away from the middle, 143 steps of 1/4.
-    ASSERT_TRUE(FillGradientDirectional(ground, colour, static_cast<int16_t>(direction)));
-    EXPECT_NEAR(Split(ground.GetPixel(32, 16)).red, middle, 30);
-    EXPECT_NEAR(Split(ground.GetPixel(0, 0)).red, corner, 30);
   }
 }
 
