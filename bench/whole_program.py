@@ -106,6 +106,7 @@ class Screen:
 
 
 def without_splash(folder):
+    os.makedirs(folder, exist_ok=True)
     with open(os.path.join(folder, "Korvath.ini"), "w", encoding="utf-8") as file:
         file.write("[Settings]\nShowSplashScreen=0\n")
 
@@ -152,11 +153,15 @@ def on_a_desk(binary, work):
         sys.argv = [sys.argv[0], binary]
         result = 1
         try:
-            with Desk("whole_program") as desk:
-                without_splash(os.environ["XDG_CONFIG_HOME"])
+            desk = Desk("whole_program")
+            try:
+                desk.set_up()
+                without_splash(os.path.join(os.environ["HOME"], ".config"))
                 with os.fdopen(writer, "w") as answer:
                     answer.write(" ".join(str(number) for number in work(desk)))
                 result = 0
+            finally:
+                desk.clear()
         finally:
             sys.stdout.flush()
             sys.stderr.flush()
@@ -213,7 +218,7 @@ def memory_of_ours(build, path):
         settle(program.process.pid)
         empty = pss(program.process.pid)
         program.key("ctrl+q")
-        program.wait_for_end()
+        program.expect_end()
         program = desk.start(path)
         wait_for_colour(build)
         settle(program.process.pid)
