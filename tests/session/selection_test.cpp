@@ -163,7 +163,7 @@ TEST_F(Selection, LeavesThePixelsThatAPersonExpectsAfterAnySequence) {
       {"paste", paste},
       {"zoom", [&] { ZoomTo(1 + Below(8)); }}};
   std::string done;
-  for (int step = 0; step < 3000; ++step) {
+  for (int step = 0; step < 10000; ++step) {
     const auto& [name, act] = acts[static_cast<size_t>(Below(static_cast<int>(acts.size())))];
     act();
     done = name + (step % 12 ? ", " + done : "");
