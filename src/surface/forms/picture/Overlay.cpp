@@ -204,18 +204,18 @@ void Overlay::Touch() {
   NoteForPainting(*widget, toucher.Touched().translated(kFrame, kFrame));
 }
 
-int Overlay::Multiple() const {
-  return view_->Multiple();
-}
-
-void ShapeOverlay::Write(Single& field, Single value) {
+void Overlay::Write(Single& field, Single value) {
   if (field == value) return;
   Touch();
   field = value;
   Touch();
 }
 
-void ShapeOverlay::Move(Single left, Single top, Single width, Single height) {
+int Overlay::Multiple() const {
+  return view_->Multiple();
+}
+
+void BoxOverlay::Move(Single left, Single top, Single width, Single height) {
   if (left == left_ && top == top_ && width == width_ && height == height_) return;
   Touch();
   left_ = left, top_ = top, width_ = width, height_ = height;
@@ -238,51 +238,37 @@ void ShapeOverlay::Trace(OverlayTracer& tracer) const {
 
 void ShapeOverlay::TraceBand(OverlayTracer& tracer) const {
   const int z = Multiple();
-  const int64_t right = CellAt(double{left_} + width_, z), bottom = CellAt(double{top_} + height_, z);
+  const int64_t right = CellAt(double{Left()} + Width(), z), bottom = CellAt(double{Top()} + Height(), z);
   const Cells cells(tracer, z);
   if (shape_ == Shape::Rectangle) {
-    return TraceRectangle({CellAt(left_, z), right}, {CellAt(top_, z), bottom}, cells);
+    return TraceRectangle({CellAt(Left(), z), right}, {CellAt(Top(), z), bottom}, cells);
   }
   constexpr double kCorner = 0.25;
   const bool is_oval = shape_ == Shape::Oval;
-  TraceRoundBox(RoundBox({CellAt(left_, z), right - 1}, {CellAt(top_, z), bottom - 1},
-                         is_oval ? right : CellAt(width_ * kCorner, z),
-                         is_oval ? bottom : CellAt(height_ * kCorner, z)),
+  TraceRoundBox(RoundBox({CellAt(Left(), z), right - 1}, {CellAt(Top(), z), bottom - 1},
+                         is_oval ? right : CellAt(Width() * kCorner, z),
+                         is_oval ? bottom : CellAt(Height() * kCorner, z)),
                 cells);
 }
 
 void ShapeOverlay::TraceMarquee(OverlayTracer& tracer) const {
   const int z = Multiple();
-  const int64_t left = CellAt(left_, z) * z, top = CellAt(top_, z) * z;
-  const Span columns{left, left + CellAt(width_, z) * z - 1}, rows{top, top + CellAt(height_, z) * z - 1};
+  const int64_t left = CellAt(Left(), z) * z, top = CellAt(Top(), z) * z;
+  const Span columns{left, left + CellAt(Width(), z) * z - 1}, rows{top, top + CellAt(Height(), z) * z - 1};
   if (columns.IsEmpty() || rows.IsEmpty()) return;
   DotTracer dots(tracer);
   TraceRectangle(columns, rows, Cells(dots, 1));
 }
 
-void RingOverlay::Move(Single left, Single top, Single width, Single height) {
-  if (left == left_ && top == top_ && width == width_ && height == height_) return;
-  Touch();
-  left_ = left, top_ = top, width_ = width, height_ = height;
-  Touch();
-}
-
 void RingOverlay::Trace(OverlayTracer& tracer) const {
-  const int64_t left = CellAt(left_, 1), top = CellAt(top_, 1);
-  const int64_t right = CellAt(double{left_} + width_, 1), bottom = CellAt(double{top_} + height_, 1);
+  const int64_t left = CellAt(Left(), 1), top = CellAt(Top(), 1);
+  const int64_t right = CellAt(double{Left()} + Width(), 1), bottom = CellAt(double{Top()} + Height(), 1);
   const RoundBox box({left, right - 1}, {top, bottom - 1}, kWholeEllipse, kWholeEllipse);
   const Cells units(tracer, 1);
   tracer.SetTone(OverlayTracer::Tone::White);
   TraceRoundBox(box.Grown(2), units);
   tracer.SetTone(OverlayTracer::Tone::Black);
   TraceRoundBox(box, units);
-}
-
-void LineOverlay::Write(Single& field, Single value) {
-  if (field == value) return;
-  Touch();
-  field = value;
-  Touch();
 }
 
 void LineOverlay::Trace(OverlayTracer& tracer) const {

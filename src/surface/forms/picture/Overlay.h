@@ -23,6 +23,7 @@ class Overlay {
   explicit Overlay(PictureView& view);
   /// Call before and after a change: what is covered is shown anew.
   void Touch();
+  void Write(Single& field, Single value);
   /// Units of the view in an image pixel.
   int Multiple() const;
 
@@ -35,19 +36,9 @@ class Overlay {
   bool visible_ = false;
 };
 
-/// The outline of a shape, inverted: solid the band that a pen of width 1 would paint, dotted a marquee that
-/// runs along the inside of the pixels it holds, one unit wide.
-class ShapeOverlay : public Overlay {
+/// One that fills a box.
+class BoxOverlay : public Overlay {
  public:
-  /// A solid rectangle covers both its corners, everything else ends before right and bottom. Round corners
-  /// measure a quarter of the box; an oval's measure its right and bottom edges, so that one which begins
-  /// left of the picture or above it is no ellipse.
-  enum class Shape { Rectangle, RoundRectangle, Oval };
-  enum class Style { Solid, Dotted };
-  ShapeOverlay(PictureView& view, Shape shape, Style style = Style::Solid)
-      : Overlay(view), shape_(shape), style_(style) {}
-
-  void SetShape(Shape shape);
   Single Left() const { return left_; }
   Single Top() const { return top_; }
   Single Width() const { return width_; }
@@ -58,31 +49,43 @@ class ShapeOverlay : public Overlay {
   void SetHeight(Single height) { Write(height_, height); }
   void Move(Single left, Single top, Single width, Single height);
 
+ protected:
+  using Overlay::Overlay;
+
+ private:
+  Single left_ = 0, top_ = 0, width_ = 0, height_ = 0;
+};
+
+/// The outline of a shape, inverted: solid the band that a pen of width 1 would paint, dotted a marquee that
+/// runs along the inside of the pixels it holds, one unit wide.
+class ShapeOverlay : public BoxOverlay {
+ public:
+  /// A solid rectangle covers both its corners, everything else ends before right and bottom. Round corners
+  /// measure a quarter of the box; an oval's measure its right and bottom edges, so that one which begins
+  /// left of the picture or above it is no ellipse.
+  enum class Shape { Rectangle, RoundRectangle, Oval };
+  enum class Style { Solid, Dotted };
+  ShapeOverlay(PictureView& view, Shape shape, Style style = Style::Solid)
+      : BoxOverlay(view), shape_(shape), style_(style) {}
+
+  void SetShape(Shape shape);
+
  private:
   void Trace(OverlayTracer& tracer) const override;
   void TraceBand(OverlayTracer& tracer) const;
   void TraceMarquee(OverlayTracer& tracer) const;
-  void Write(Single& field, Single value);
   Shape shape_;
   Style style_;
-  Single left_ = 0, top_ = 0, width_ = 0, height_ = 0;
 };
 
 /// An ellipse in two tones that together are seen on any picture: black along the inside of its box, white
 /// round that.
-class RingOverlay : public Overlay {
+class RingOverlay : public BoxOverlay {
  public:
-  explicit RingOverlay(PictureView& view) : Overlay(view) {}
-
-  Single Left() const { return left_; }
-  Single Top() const { return top_; }
-  Single Width() const { return width_; }
-  Single Height() const { return height_; }
-  void Move(Single left, Single top, Single width, Single height);
+  explicit RingOverlay(PictureView& view) : BoxOverlay(view) {}
 
  private:
   void Trace(OverlayTracer& tracer) const override;
-  Single left_ = 0, top_ = 0, width_ = 0, height_ = 0;
 };
 
 /// A line between two points, both included: the band that a pen of width 1 would paint, inverted.
@@ -101,7 +104,6 @@ class LineOverlay : public Overlay {
 
  private:
   void Trace(OverlayTracer& tracer) const override;
-  void Write(Single& field, Single value);
   Single x1_ = 0, y1_ = 0, x2_ = 0, y2_ = 0;
 };
 
