@@ -11,7 +11,8 @@
 namespace zelvane {
 namespace {
 
-constexpr int kMostButtons = 4, kLines = 3, kSecond = 1000, kUpkeep = 100;              // milliseconds
+constexpr int kMostButtons = 4, kLines = 3;
+constexpr int kSecond = 1000, kUpkeep = 100;                                            // milliseconds
 constexpr int kIconSide = 32, kControlBoxSide = 14;                                     // logical pixels
 constexpr Single kTitleLeft = 75, kTitleTop = 60, kControlBoxTop = 60, kLineStep = 15;  // twips
 constexpr Color kLineColours[kLines] = {RGB(192, 192, 192), RGB(128, 128, 128), RGB(64, 64, 64)};
@@ -228,7 +229,7 @@ void MessageWindow::Timer2_Timer() {
 
 void MessageWindow::PaintBackground() {
   if (!Properties.GradientPaint()) return;
-  if (Properties.GradientDirection() < 5)
+  if (Properties.GradientDirection() <= kRightToLeft)
     FillGradient(Background, Properties.BackColorBody(), Properties.GradientDirection(), false, false);
   else
     FillGradientDirectional(Background, Properties.BackColorBody(), Properties.GradientDirection());
