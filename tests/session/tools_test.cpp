@@ -127,7 +127,7 @@ TEST_F(Tools, TheGradientRunsFromTheFrontToTheBackColourAndTellsItsAngle) {
   Undo_Click();
   // From corner to corner the line ends in the picture; it is three wide there as well.
   const QImage below = Painted({0, 0}, {-70, 90});
-  EXPECT_EQ(ToColor(below.pixel(45, 34)), kFront);
+  EXPECT_EQ(ToColor(below.pixel(46, 34)), kFront) << "1.4 pixels from its middle";
   EXPECT_EQ(below.pixel(46, 33), Stripes().pixel(46, 33)) << "2.2 pixels from its middle";
 }
 
