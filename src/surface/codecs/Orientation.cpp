@@ -18,7 +18,7 @@ Path PathThrough(const Bitmap& stored, uint32_t orientation) {
   const bool swapped = orientation >= 5;
   const bool from_right = orientation == 2 || orientation == 3 || orientation == 7 || orientation == 8;
   const bool from_bottom = orientation == 3 || orientation == 4 || orientation == 6 || orientation == 7;
-  const ptrdiff_t x_step = from_right ? -1 : 1, y_step = from_bottom ? -stored.Stride() : stored.Stride();
+  const ptrdiff_t x_step = from_right ? -1 : 1, y_step = from_bottom ? -stored.Width() : stored.Width();
   const Pixel* first =
       stored.Row(from_bottom ? stored.Height() - 1 : 0) + (from_right ? stored.Width() - 1 : 0);
   return {first, swapped ? y_step : x_step, swapped ? x_step : y_step};

@@ -2,6 +2,7 @@
 
 #include <sys/mman.h>
 
+#include <bit>
 #include <cstdlib>
 #include <cstring>
 
@@ -9,6 +10,9 @@
 
 namespace zelvane {
 namespace {
+
+static_assert(std::endian::native == std::endian::little,
+              "codecs and the screen take a pixel's bytes as BGRA");
 
 constexpr size_t kHugePage = size_t{2} << 20;
 /// From here on a block is mapped on its own instead of taken from the heap.
@@ -52,8 +56,8 @@ std::shared_ptr<void> Block(size_t bytes) {
   return bytes < kMappedFrom ? HeapBlock(bytes) : MappedBlock(bytes);
 }
 
-size_t RowBytes(const Bitmap& bitmap) {
-  return static_cast<size_t>(bitmap.Width()) * sizeof(Pixel);
+size_t BytesOf(const Bitmap& bitmap) {
+  return static_cast<size_t>(bitmap.Width()) * static_cast<size_t>(bitmap.Height()) * sizeof(Pixel);
 }
 
 }  // namespace
@@ -63,7 +67,7 @@ Bitmap::Bitmap(int width, int height) {
   if (width <= 0 || height <= 0) return;
   owner_ = Block(static_cast<size_t>(width) * static_cast<size_t>(height) * sizeof(Pixel));
   pixels_ = static_cast<Pixel*>(owner_.get());
-  width_ = stride_ = width;
+  width_ = width;
   height_ = height;
 }
 
@@ -75,24 +79,9 @@ Bitmap Bitmap::Uninitialised(int width, int height) {
   return Bitmap(width, height);
 }
 
-Bitmap Bitmap::Adopt(Pixel* pixels, int width, int height, int stride, std::shared_ptr<void> owner) {
-  Bitmap bitmap;
-  if (width <= 0 || height <= 0) return bitmap;
-  bitmap.owner_ = std::move(owner);
-  bitmap.pixels_ = pixels;
-  bitmap.width_ = width;
-  bitmap.height_ = height;
-  bitmap.stride_ = stride;
-  return bitmap;
-}
-
 void Bitmap::CopyPixels() {
   Bitmap copy(width_, height_);
-  if (stride_ == width_) {
-    std::memcpy(copy.pixels_, pixels_, RowBytes(*this) * static_cast<size_t>(height_));
-  } else {
-    for (int y = 0; y < height_; ++y) std::memcpy(copy.WritableRow(y), Row(y), RowBytes(*this));
-  }
+  std::memcpy(copy.pixels_, pixels_, BytesOf(*this));
   Swap(copy);
 }
 
@@ -105,15 +94,11 @@ void Bitmap::Swap(Bitmap& other) noexcept {
   std::swap(pixels_, other.pixels_);
   std::swap(width_, other.width_);
   std::swap(height_, other.height_);
-  std::swap(stride_, other.stride_);
 }
 
 bool operator==(const Bitmap& a, const Bitmap& b) {
   if (a.Width() != b.Width() || a.Height() != b.Height()) return false;
-  for (int y = 0; y < a.Height(); ++y) {
-    if (a.Row(y) != b.Row(y) && std::memcmp(a.Row(y), b.Row(y), RowBytes(a)) != 0) return false;
-  }
-  return true;
+  return a.Row(0) == b.Row(0) || std::memcmp(a.Row(0), b.Row(0), BytesOf(a)) == 0;
 }
 
 }  // namespace zelvane

@@ -13,8 +13,8 @@ namespace zelvane {
 
 inline constexpr int kLargestSide = 32767;
 
-/// Pixels in rows from the top, each `Stride()` pixels after the one before. Copies share their pixels until
-/// one of them is written to, so handing a picture on costs nothing.
+/// Pixels in rows from the top, one behind the other without a gap. Copies share their pixels until one of
+/// them is written to, so handing a picture on costs nothing.
 class Bitmap {
  public:
   Bitmap() = default;
@@ -30,24 +30,20 @@ class Bitmap {
   Bitmap(int width, int height, Pixel fill);
   /// The same with whatever the memory holds, for a caller that writes every pixel (top byte 0xFF).
   static Bitmap Uninitialised(int width, int height);
-  /// Takes over pixels that `owner` keeps alive. `stride` is in pixels.
-  static Bitmap Adopt(Pixel* pixels, int width, int height, int stride, std::shared_ptr<void> owner);
 
   int Width() const { return width_; }
   int Height() const { return height_; }
-  int Stride() const { return stride_; }
   bool IsEmpty() const { return width_ == 0 || height_ == 0; }
   Rect Bounds() const { return {0, 0, width_, height_}; }
 
   /// `y` in 0 to Height() - 1.
-  const Pixel* Row(int y) const { return pixels_ + static_cast<ptrdiff_t>(y) * stride_; }
+  const Pixel* Row(int y) const { return pixels_ + static_cast<ptrdiff_t>(y) * width_; }
   /// For writing; gives this bitmap pixels of its own first where they are shared.
   Pixel* WritableRow(int y) {
     Detach();
-    return pixels_ + static_cast<ptrdiff_t>(y) * stride_;
+    return pixels_ + static_cast<ptrdiff_t>(y) * width_;
   }
-  /// All rows for writing. Pointer and stride belong together: pixels of its own may lie closer than shared
-  /// ones did.
+  /// All rows for writing.
   struct Rows {
     Pixel* first;
     ptrdiff_t stride;
@@ -55,7 +51,7 @@ class Bitmap {
   };
   Rows WritableRows() {
     Detach();
-    return {pixels_, stride_};
+    return {pixels_, width_};
   }
   /// Throws `SurfaceTooLarge` where a copy is needed and memory doesn't hold it.
   void Detach() {
@@ -71,7 +67,7 @@ class Bitmap {
 
   std::shared_ptr<void> owner_;
   Pixel* pixels_ = nullptr;
-  int width_ = 0, height_ = 0, stride_ = 0;
+  int width_ = 0, height_ = 0;
 };
 
 /// The same size and the same pixels.

@@ -159,7 +159,7 @@ class Filler {
       Word& open = tile.open[static_cast<size_t>(y)];
       // Eight rows ahead: rows are too far apart for the processor to foresee them by itself.
       for (int line = 0; y + 8 < height && line < kTile; line += 16) {
-        __builtin_prefetch(pixels + ptrdiff_t{8} * target_.Stride() + line);
+        __builtin_prefetch(pixels + ptrdiff_t{8} * target_.Width() + line);
       }
       if (width == kTile) {
         open = MatchingPixels(pixels, area_) | Word{MatchingPixels(pixels + 32, area_)} << 32;

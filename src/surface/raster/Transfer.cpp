@@ -41,9 +41,9 @@ void CombineRow(Pixel* row, const Pixel* source, std::vector<Pixel>& scratch, Ra
   }
 }
 
-/// Both bitmaps' rows lie one behind the other without a gap, and all columns are copied.
+/// All columns of both bitmaps are copied.
 bool IsOneBlock(const Bitmap& target, const Bitmap& source, int columns) {
-  return target.Stride() == columns && source.Stride() == columns;
+  return target.Width() == columns && source.Width() == columns;
 }
 
 }  // namespace
@@ -67,7 +67,7 @@ void Canvas::BitBlt(int32_t x, int32_t y, int32_t width, int32_t height, const C
   const bool upwards = rows.to > rows.from;  // within one surface a row is read before it is written over
   for (int i = 0; i < rows.count; ++i) {
     const ptrdiff_t row = upwards ? rows.count - 1 - i : i;
-    CombineRow(to + row * image_.Stride() + columns.to, from + row * source.image_.Stride() + columns.from,
+    CombineRow(to + row * image_.Width() + columns.to, from + row * source.image_.Width() + columns.from,
                scratch, op);
   }
 }

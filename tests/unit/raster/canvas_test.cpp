@@ -26,14 +26,6 @@ TEST(Bitmaps, CopiesPartOnlyWhenWritten) {
   EXPECT_EQ(moved.Row(3)[7], 0xFF000002u);
 }
 
-TEST(Bitmaps, AdoptedRowsKeepTheirStride) {
-  const auto memory = std::make_shared<std::vector<Pixel>>(12, 0xFF00000A);
-  Bitmap adopted = Bitmap::Adopt(memory->data(), 3, 3, 4, memory), plain(3, 3, 0xFF00000A);
-  for (Bitmap* bitmap : {&adopted, &plain}) bitmap->WritableRow(2)[2] = 0xFF00000B;
-  EXPECT_EQ((*memory)[10], 0xFF00000Au);  // `memory` is held here as well, so the write parts them
-  EXPECT_TRUE(adopted == plain);
-}
-
 TEST(CanvasSize, ResizeKeepsTheCommonPart) {
   Sheet canvas(3, 2);
   canvas.SetBackColor(kRed);

@@ -14,9 +14,8 @@ namespace {
 /// Pixels expanded at a time: 1 MB, which the processor's cache holds.
 constexpr int kBandPixels = 1 << 18;
 
-QImage Wrapped(const Pixel* pixels, int width, int height, int stride) {
-  return QImage(reinterpret_cast<const uchar*>(pixels), width, height,
-                static_cast<qsizetype>(stride) * static_cast<qsizetype>(sizeof(Pixel)), QImage::Format_RGB32);
+QImage Wrapped(const Pixel* pixels, int width, int height) {
+  return QImage(reinterpret_cast<const uchar*>(pixels), width, height, QImage::Format_RGB32);
 }
 
 /// Expands pixels into bands of rows that are painted one after the other.
@@ -69,7 +68,7 @@ class Expander {
   }
 
   void Flush() {
-    grid_.Painter().drawImage(QPoint(left_, top_), Wrapped(Scratch().data(), width_, next_ - top_, width_));
+    grid_.Painter().drawImage(QPoint(left_, top_), Wrapped(Scratch().data(), width_, next_ - top_));
     top_ = next_;
   }
 
@@ -126,7 +125,7 @@ void PaintPixels(const DeviceGrid& grid, const Bitmap& bitmap, int multiple, con
   fill({inside.right, part.top, part.right, inside.bottom});
   fill({part.left, inside.bottom, part.right, part.bottom});
   if (grid.Scale() == 1 && multiple == 1) {
-    const QImage pixels = Wrapped(bitmap.Row(0), bitmap.Width(), bitmap.Height(), bitmap.Stride());
+    const QImage pixels = Wrapped(bitmap.Row(0), bitmap.Width(), bitmap.Height());
     grid.Painter().drawImage(grid.Covered(inside), pixels,
                              QRect(inside.left, inside.top, inside.Width(), inside.Height()));
   } else {
