@@ -4,7 +4,6 @@
 
 #include "document/layers/ReadOuts.h"
 #include "document/window/OpenPicture.h"
-#include "imageops/ProgressDisplay.h"
 #include "session/Session.h"
 #include "shell/MainForm.h"
 #include "shell/MenuEvents.h"
@@ -107,17 +106,6 @@ TEST_F(TheMainWindow, ASizeTooSmallIsSetRightAndTheLastNormalOneKept) {
   }
 }
 
-TEST_F(TheMainWindow, TheProgressDisplayIsRaisedAtEveryWidth) {
-  Start();
-  PictureSurface& strip = Progress->ProcessBg;
-  strip.SetVisible(true);
-  Resize(10500, 6780);
-  const auto right = static_cast<Single>(strip.ScaleWidth() - 1);
-  ASSERT_EQ(right, 699);
-  EXPECT_EQ(strip.Point(right, 1), ToColor(ToPixel(SystemColor::ButtonShadow)));
-  EXPECT_EQ(Progress->Process.Width(), strip.Width() - Progress->Process.Left());
-}
-
 TEST_F(TheMainWindow, TheExitStoresThePlaceThatTheNextStartTakes) {
   Start();
   Resize(10500, 7500);
@@ -189,12 +177,4 @@ TEST_F(TheMainWindow, WantOfMemoryIsTold) {
   Document().OnKeyDown = [](auto...) { throw std::bad_alloc(); };
   const auto press = [] { QTest::keyClick(Document().PaintArea.Widget(), Qt::Key_A), DoEvents(); };
   EXPECT_EQ(Answering({"OK"}, press), std::vector<std::string>{"There is not enough memory for this."});
-}
-
-TEST_F(TheMainWindow, TheSplashEntryTogglesItsSetting) {
-  Start();
-  for (const char* stored : {"0", "1"}) {
-    MainForm->Menus.Splash.OnClick();
-    EXPECT_EQ(ReadSetting("ShowSplashScreen", ""), stored);
-  }
 }
