@@ -8,9 +8,8 @@ namespace zelvane {
 
 CheckBox::CheckBox(Control& parent, const std::string& name, const std::string& caption)
     : Control(&parent, name, new QCheckBox(ToQt(caption), parent.Widget())) {
-  const QSize size = widget_->sizeHint();
-  width_ = static_cast<Single>(size.width() * UnitsPerPixel());
-  height_ = static_cast<Single>(size.height() * UnitsPerPixel());
+  width_ = NaturalWidth();
+  height_ = NaturalHeight();
 }
 
 int16_t CheckBox::Value() const {

@@ -72,6 +72,14 @@ void Control::Move(Single left, Single top) {
   Place();
 }
 
+Single Control::NaturalWidth() const {
+  return widget_ ? static_cast<Single>(widget_->sizeHint().width() * UnitsPerPixel()) : 0;
+}
+
+Single Control::NaturalHeight() const {
+  return widget_ ? static_cast<Single>(widget_->sizeHint().height() * UnitsPerPixel()) : 0;
+}
+
 void Control::SetVisible(bool visible) {
   visible_ = visible;
   if (widget_) widget_->setVisible(visible);

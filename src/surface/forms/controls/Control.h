@@ -81,6 +81,10 @@ class Control {
     Move(left, top), SetWidth(width), SetHeight(height);
   }
 
+  /// The size that the content needs in the desktop's look and font; 0 for a control that is never seen.
+  Single NaturalWidth() const;
+  Single NaturalHeight() const;
+
   Scale ScaleMode() const { return scale_mode_; }
   void SetScaleMode(Scale scale) { scale_mode_ = scale; }
 

@@ -73,11 +73,15 @@ void Label::SetFontBold(bool bold) {
   FitToText();
 }
 
+Single Label::TextWidth(const std::string& text) const {
+  if (!widget_) return 0;
+  return static_cast<Single>(widget_->fontMetrics().horizontalAdvance(ToQt(text)) * UnitsPerPixel());
+}
+
 void Label::FitToText() {
   if (!auto_size_ || !widget_) return;
-  const QSize size = Text(widget_)->sizeHint();
-  SetWidth(static_cast<Single>(size.width() * UnitsPerPixel()));
-  SetHeight(static_cast<Single>(size.height() * UnitsPerPixel()));
+  SetWidth(NaturalWidth());
+  SetHeight(NaturalHeight());
 }
 
 }  // namespace zelvane

@@ -25,6 +25,8 @@ class Label : public Control {
   void SetBorder(bool border);
   /// The label takes the size of its text, now and with each new caption.
   void SetAutoSize(bool auto_size);
+  /// How wide `text` is in the label's font, in the label's unit.
+  Single TextWidth(const std::string& text) const;
   bool FontBold() const;
   void SetFontBold(bool bold);
 

@@ -19,9 +19,8 @@ ScrollBar::ScrollBar(Control& parent, const std::string& name, Direction directi
               new QScrollBar(direction == Direction::Horizontal ? Qt::Horizontal : Qt::Vertical,
                              parent.Widget())) {
   QScrollBar* bar = Bar(widget_);
-  const QSize size = bar->sizeHint();
-  width_ = static_cast<Single>(size.width() * UnitsPerPixel());
-  height_ = static_cast<Single>(size.height() * UnitsPerPixel());
+  width_ = NaturalWidth();
+  height_ = NaturalHeight();
   bar->setRange(0, max_);
   ShowEnabled();
   // The keyboard stays with the picture that is scrolled.
