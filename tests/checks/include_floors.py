@@ -15,6 +15,7 @@ import sys
 # on each of them.
 ROOMS = [
     ("surface/raster/*", "surface/raster", 1),
+    ("surface/text/*", "surface/text", 2),
     ("surface/forms/*", "surface/forms", 2),
     ("surface/system/*", "surface/system", 2),
     ("surface/codecs/*", "surface/codecs", 2),
@@ -44,7 +45,7 @@ ROOMS = [
 ]
 
 # Rooms that may include the toolkit's headers.
-TOOLKIT_ROOMS = {"surface/forms", "surface/system", "components"}
+TOOLKIT_ROOMS = {"surface/text", "surface/forms", "surface/system", "components"}
 
 SOURCE_ENDINGS = (".h", ".cpp")
 INCLUDE = re.compile(r'^\s*#\s*include\s*(?:"([^"]+)"|<([^>]+)>)')

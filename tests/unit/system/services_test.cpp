@@ -28,6 +28,8 @@ TEST(Settings, GoThroughToTheFileBothWays) {
     const QSettings other(QString::fromStdString(path), QSettings::IniFormat);
     EXPECT_EQ(other.value("Main/Size").toString().toStdString(), value);
   }
+  SaveSetting(application, "Main", "Size", "/bytes \xE4,\xFF\n");
+  EXPECT_EQ(GetSetting(application, "Main", "Size", "none"), "/bytes \xE4,\xFF\n");
   // Another process writes the file.
   std::ofstream(path) << "[Main]\nSize=from outside\nList=1, 2\n";
   EXPECT_EQ(GetSetting(application, "Main", "Size", "none"), "from outside");

@@ -3,24 +3,17 @@
 #include <QColor>
 #include <QKeyEvent>
 #include <QPalette>
-#include <QString>
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
-#include <string>
 
 #include "surface/forms/controls/Control.h"
 #include "surface/raster/Color.h"
 #include "surface/raster/Numbers.h"
+#include "surface/text/QtText.h"
 
 namespace zelvane {
 
-inline QString ToQt(const std::string& text) {
-  return QString::fromUtf8(text.data(), static_cast<int>(text.size()));
-}
-inline std::string FromQt(const QString& text) {
-  return text.toStdString();
-}
 inline QColor ToQt(Color color) {
   return QColor::fromRgb(ToPixel(color));
 }

@@ -4,6 +4,7 @@
 
 #include "surface/forms/controls/Events.h"
 #include "surface/forms/controls/IconArt.h"
+#include "surface/text/QtText.h"
 
 namespace zelvane {
 namespace {
@@ -28,7 +29,7 @@ ChildFrame* MdiFrame::AddChild(Form& form, QWidget& inside) {
   auto* child = new ChildFrame(form);
   child->OnTitleChanged = [this] { TellCaption(); };
   child->OnMinimised = [this, &form] { Minimised(form); };
-  child->setObjectName(QString::fromStdString(form.Name()) + "Frame");
+  child->setObjectName(ToQt(form.Name()) + "Frame");
   child->setAttribute(Qt::WA_DeleteOnClose, false);
   child->setWidget(&inside);
   field_->Children().addSubWindow(child);

@@ -12,6 +12,7 @@
 
 #include "surface/codecs/PictureDecoder.h"
 #include "surface/system/desktop/ImageBitmap.h"
+#include "surface/text/QtText.h"
 
 namespace zelvane::Clipboard {
 namespace {
@@ -115,11 +116,11 @@ void SetBitmap(const Bitmap& bitmap) {
 }
 
 std::string GetText() {
-  return QGuiApplication::clipboard()->text().toStdString();
+  return FromQt(QGuiApplication::clipboard()->text());
 }
 
 void SetText(const std::string& text) {
-  QGuiApplication::clipboard()->setText(QString::fromStdString(text));
+  QGuiApplication::clipboard()->setText(ToQt(text));
 }
 
 }  // namespace zelvane::Clipboard

@@ -6,12 +6,12 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <QString>
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 
 #include "surface/system/files/SafeFile.h"
+#include "surface/text/QtText.h"
 
 namespace zelvane {
 
@@ -133,7 +133,7 @@ std::string ExtensionOf(const std::string& path) {
 }
 
 std::string ToLower(const std::string& text) {
-  return QString::fromStdString(text).toLower().toStdString();
+  return FromQt(LowerCase(ToQt(text)));
 }
 
 void SurviveFileSizeLimit() {

@@ -5,6 +5,8 @@
 #include <map>
 #include <memory>
 
+#include "surface/text/QtText.h"
+
 namespace zelvane {
 
 namespace {
@@ -14,16 +16,27 @@ QSettings& StoreOf(const std::string& application) {
   static std::map<std::string, std::unique_ptr<QSettings>> stores;
   std::unique_ptr<QSettings>& store = stores[application];
   if (!store) {
-    store = std::make_unique<QSettings>(QSettings::IniFormat, QSettings::UserScope,
-                                        QString::fromStdString(application));
+    store = std::make_unique<QSettings>(QSettings::IniFormat, QSettings::UserScope, ToQt(application));
     store->setFallbacksEnabled(false);
   }
   return *store;
 }
 
 QString PathOf(const std::string& section, const std::string& key) {
-  const QString name = QString::fromStdString(key);
-  return section.empty() ? name : QString::fromStdString(section) + QLatin1Char('/') + name;
+  return section.empty() ? ToQt(key) : ToQt(section + '/' + key);
+}
+
+/// The file is UTF-8 and takes other bytes only as such.
+QVariant ValueOf(const std::string& text) {
+  const QString value = ToQt(text);
+  return value.isValidUtf16() ? QVariant(value) : QVariant(QByteArray::fromStdString(text));
+}
+
+std::string TextOf(const QVariant& value) {
+  if (value.typeId() == QMetaType::QByteArray) return value.toByteArray().toStdString();
+  // A value typed into the file by hand with bare commas reads as a list.
+  if (value.typeId() == QMetaType::QStringList) return FromQt(value.toStringList().join(", "));
+  return FromQt(value.toString());
 }
 
 }  // namespace
@@ -33,10 +46,7 @@ std::string GetSetting(const std::string& application, const std::string& sectio
   QSettings& store = StoreOf(application);
   store.sync();
   const QVariant value = store.value(PathOf(section, key));
-  if (!value.isValid()) return fallback;
-  // A value typed into the file by hand with bare commas reads as a list.
-  if (value.typeId() == QMetaType::QStringList) return value.toStringList().join(", ").toStdString();
-  return value.toString().toStdString();
+  return value.isValid() ? TextOf(value) : fallback;
 }
 
 void SaveSetting(const std::string& application, const std::string& section, const std::string& key,
@@ -45,8 +55,8 @@ void SaveSetting(const std::string& application, const std::string& section, con
   store.sync();
   // A file that says so already isn't written anew, which would wait for the disk.
   const QVariant written = store.value(PathOf(section, key));
-  if (written.isValid() && written.toString() == QString::fromStdString(value)) return;
-  store.setValue(PathOf(section, key), QString::fromStdString(value));
+  if (written.isValid() && TextOf(written) == value) return;
+  store.setValue(PathOf(section, key), ValueOf(value));
   store.sync();
 }
 
