@@ -7,12 +7,15 @@
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QTest>
+#include <QWindow>
 #include <algorithm>
 
+#include "surface/forms/controls/CommandButton.h"
 #include "surface/forms/controls/Label.h"
 #include "surface/forms/controls/TextBox.h"
 #include "surface/forms/picture/PictureSurface.h"
 #include "surface/forms/windows/Application.h"
+#include "surface/forms/windows/DialogForm.h"
 #include "surface/forms/windows/Menu.h"
 
 namespace zelvane {
@@ -292,6 +295,36 @@ TEST_F(Windows, DisabledFormTakesNoInput) {
   main.Widget()->close();
   EXPECT_TRUE(IsListed(&main));
   EXPECT_TRUE(owned.Widget()->isEnabled());
+}
+
+TEST_F(Windows, ATitledDialogStandsAboveTheDisabledMainWindow) {
+  auto& dialog = *new DialogForm("Dialog", DialogLook::Titled);
+  TextBox box(dialog, "Box");
+  CommandButton button(dialog, "Button", "&OK");
+  button.SetDefault(true);
+  button.SetTabStop(false);
+  int presses = 0;
+  button.OnClick = [&] { ++presses; };
+  dialog.SetResizable(false);
+  dialog.SetWidth(300 * kTwips), dialog.SetHeight(200 * kTwips);
+  EXPECT_EQ(dialog.Widget()->maximumSize(), QSize(300, 200));
+  main.SetEnabled(false);
+  dialog.Show();
+  EXPECT_EQ(dialog.Widget()->windowHandle()->transientParent(), main.Widget()->windowHandle());
+  QApplication::setActiveWindow(main.Widget());
+  EXPECT_TRUE(QTest::qWaitForWindowActive(dialog.Widget())) << "the main window hands the keyboard on";
+  box.SetFocus();
+  const auto press = [&](Qt::Key key, bool repeats, const QString& text = "") {
+    QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier, text, repeats);
+    QApplication::sendEvent(box.Widget(), &event);
+  };
+  press(Qt::Key_A, false, "a"), press(Qt::Key_A, true, "a"), press(Qt::Key_Return, true);
+  EXPECT_EQ(box.Text() + std::to_string(presses), "aa0");
+  press(Qt::Key_Return, false), press(Qt::Key_Escape, false);
+  EXPECT_TRUE(presses == 1 && dialog.Visible()) << "Esc is the form's business";
+  dialog.OnQueryUnload = [&](bool& cancel, UnloadModes) { cancel = true, dialog.Hide(); };
+  dialog.Widget()->close();
+  EXPECT_FALSE(dialog.Visible());
 }
 
 TEST_F(Windows, ProgramEndsFromTheMainWindowsClosing) {

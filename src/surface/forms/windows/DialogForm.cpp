@@ -12,9 +12,27 @@
 
 namespace zelvane {
 
+namespace {
+
+constexpr Qt::WindowFlags kTitled =
+    Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint;
+
+bool Ends(int key) {
+  return key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Escape;
+}
+
+void Loosen(QWidget& window) {
+  window.setMinimumSize(0, 0);
+  window.setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+}
+
+}  // namespace
+
 class DialogForm::View : public QDialog {
  public:
-  View() : QDialog(nullptr, Qt::Dialog | Qt::FramelessWindowHint) {}
+  explicit View(DialogLook look)
+      : QDialog(nullptr, Qt::Dialog | (look == DialogLook::Titled ? kTitled : Qt::FramelessWindowHint)),
+        is_titled_(look == DialogLook::Titled) {}
 
   /// Through the form, which may have a say.
   void reject() override { close(); }
@@ -22,6 +40,8 @@ class DialogForm::View : public QDialog {
  protected:
   void showEvent(QShowEvent* event) override {
     qApp->installEventFilter(this);
+    const QWidget* owner = OwnerOfDialogs();
+    if (owner && owner != this) windowHandle()->setTransientParent(owner->window()->windowHandle());
     QDialog::showEvent(event);
   }
   void hideEvent(QHideEvent* event) override {
@@ -29,25 +49,51 @@ class DialogForm::View : public QDialog {
     QDialog::hideEvent(event);
   }
   bool eventFilter(QObject* watched, QEvent* event) override {
-    if (event->type() != QEvent::KeyPress || !static_cast<const QKeyEvent*>(event)->isAutoRepeat())
-      return false;
     const auto* widget = qobject_cast<const QWidget*>(watched);
-    return widget && widget->window() == this;
+    if (event->type() == QEvent::WindowActivate && widget) TakeKeyboardFrom(*widget);
+    if (event->type() != QEvent::KeyPress || !widget || widget->window() != this) return false;
+    const auto& key = static_cast<const QKeyEvent&>(*event);
+    return key.isAutoRepeat() && (!is_titled_ || Ends(key.key()));
   }
   void keyPressEvent(QKeyEvent* event) override {
-    // What Esc does is the form's business.
     if (event->key() != Qt::Key_Escape) QDialog::keyPressEvent(event);
   }
+
+ private:
+  void TakeKeyboardFrom(const QWidget& window) {
+    const MdiForm* main = MdiForm::Main();
+    const bool is_idle = main && main->Widget() == &window && !main->Enabled();
+    if (is_titled_ && is_idle && !QApplication::activeModalWidget()) activateWindow();
+  }
+  bool is_titled_;
 };
 
-DialogForm::DialogForm(const std::string& name) : Form(name, new View) {}
+DialogForm::DialogForm(const std::string& name, DialogLook look) : Form(name, new View(look)) {}
+
+/// A window that keeps its size is let loose while it takes another one.
+void DialogForm::Size(const std::function<void()>& size) {
+  if (widget_ && !resizable_) Loosen(*widget_);
+  size();
+  if (widget_ && !resizable_) widget_->setFixedSize(widget_->size());
+}
+
+void DialogForm::SetWidth(Single width) {
+  Size([&] { Form::SetWidth(width); });
+}
+
+void DialogForm::SetHeight(Single height) {
+  Size([&] { Form::SetHeight(height); });
+}
+
+void DialogForm::SetResizable(bool resizable) {
+  resizable_ = resizable;
+  if (!widget_) return;
+  resizable ? Loosen(*widget_) : widget_->setFixedSize(widget_->size());
+}
 
 void DialogForm::ShowModal() {
   auto* dialog = static_cast<View*>(widget_);
   dialog->setWindowModality(Qt::ApplicationModal);
-  const QWidget* owner = OwnerOfDialogs();
-  dialog->winId();  // makes the window, which then can be told whose it is
-  if (owner && owner != dialog) dialog->windowHandle()->setTransientParent(owner->window()->windowHandle());
   const QPointer<View> standing(dialog);
   Show();
   if (Visible()) dialog->exec();

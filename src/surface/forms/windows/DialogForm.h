@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -7,11 +8,26 @@
 
 namespace zelvane {
 
-/// A window that asks: without a title bar of the desktop, above the window that it's raised from. Return
-/// presses its default button. A held key counts once, and not at all where it was pressed elsewhere.
+/// How a dialog looks round its inside.
+enum class DialogLook {
+  Bare,   ///< nothing of the desktop's
+  Titled  ///< the desktop's title bar with a close button
+};
+
+/// A window that asks, above the window that it's raised from. Return presses its default button; what Esc
+/// does is the form's business. A held key counts once in a bare one, and not at all where it was pressed
+/// elsewhere; in a titled one that goes for Return and Esc.
+///
+/// While the main window is disabled, it hands the keyboard on to the titled one that is shown.
 class DialogForm : public Form {
  public:
-  explicit DialogForm(const std::string& name);
+  explicit DialogForm(const std::string& name, DialogLook look = DialogLook::Bare);
+
+  void SetWidth(Single width) override;
+  void SetHeight(Single height) override;
+  /// Whether the user may size it, as at first. One that may not can't be maximised either.
+  bool Resizable() const { return resizable_; }
+  void SetResizable(bool resizable);
 
   /// Shows it, lets the program's other windows take no input, and returns once it is hidden or unloaded. The
   /// end of the program unloads it. On return the form may be gone.
@@ -21,6 +37,8 @@ class DialogForm : public Form {
 
  private:
   class View;
+  void Size(const std::function<void()>& size);
+  bool resizable_ = true;
 };
 
 /// The window that a dialog is raised from: the program's active one; while another program has the keyboard,

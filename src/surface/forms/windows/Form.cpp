@@ -82,6 +82,11 @@ void Form::SetHeight(Single height) {
   if (widget_) engine_->TakeSize();
 }
 
+void Form::SetMinimumSize(Single width, Single height) {
+  const auto pixels = [](Single twips) { return ToSize(static_cast<double>(twips) / kTwipsPerPixel); };
+  if (widget_) widget_->setMinimumSize(pixels(width), pixels(height));
+}
+
 void Form::SetEnabled(bool enabled) {
   Control::SetEnabled(enabled);
   // The toolkit disables the windows above this one as well.

@@ -30,6 +30,8 @@ class Form : public Control {
 
   void SetWidth(Single width) override;
   void SetHeight(Single height) override;
+  /// The smallest size that the user can give a window, in twips.
+  void SetMinimumSize(Single width, Single height);
   /// A form that isn't enabled takes no input and can't be closed by the user. Forms that it owns stay
   /// enabled.
   void SetEnabled(bool enabled) override;

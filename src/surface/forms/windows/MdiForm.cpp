@@ -3,7 +3,6 @@
 #include "surface/forms/controls/Conversions.h"
 #include "surface/forms/controls/Events.h"
 #include "surface/forms/windows/MdiFrame.h"
-#include "surface/raster/Units.h"
 
 namespace zelvane {
 
@@ -42,11 +41,6 @@ void MdiForm::Arrange(int16_t arrangement) {
   } else {
     area.Tile(arrangement == kTileVertical);
   }
-}
-
-void MdiForm::SetMinimumSize(Single width, Single height) {
-  frame_->setMinimumSize(ToSize(static_cast<double>(width) / kTwipsPerPixel),
-                         ToSize(static_cast<double>(height) / kTwipsPerPixel));
 }
 
 void MdiForm::Dock(Control& panel, Align align) {

@@ -28,8 +28,6 @@ class MdiForm : public Form {
   std::vector<Form*> Children() const;
   /// 0 cascades, 1 tiles one above the other, 2 tiles side by side; minimised children stay.
   void Arrange(int16_t arrangement);
-  /// The smallest size of the window, in twips.
-  void SetMinimumSize(Single width, Single height);
 
   void Dock(Control& panel, Align align) override;
 
