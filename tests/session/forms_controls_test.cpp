@@ -13,7 +13,9 @@
 #include <vector>
 
 #include "surface/forms/controls/ComboBox.h"
+#include "surface/forms/controls/Frame.h"
 #include "surface/forms/controls/Label.h"
+#include "surface/forms/controls/OptionButton.h"
 #include "surface/forms/controls/ScrollBar.h"
 #include "surface/forms/controls/TextBox.h"
 #include "surface/forms/picture/Overlay.h"
@@ -400,6 +402,25 @@ TEST_F(Controls, AScrollBarStaysInItsRangeAndTellsEachChangeOnceBeforeTheWriteRe
   bar.OnChange = [&] { bar.SetValue(10); };
   widget->triggerAction(QAbstractSlider::SliderToMaximum);
   EXPECT_EQ(widget->value(), 10) << "what the handler writes holds";
+}
+
+TEST_F(Controls, OfTheOptionButtonsOfAParentOneIsSet) {
+  Frame size(window_, "Size", "Size"), other(window_, "Other", "Other");
+  ControlArray<OptionButton> options(3, size, "Option1", "Option");
+  OptionButton alone(other, "Alone", "Alone");
+  std::string clicks;
+  for (int i = 0; i < 3; ++i) {
+    options[i].SetTop(static_cast<Single>(20 * i));
+    options[i].OnClick = [&, i] { clicks += std::to_string(i); };
+  }
+  for (const int i : {1, 2, 2, 0}) options[i].SetValue(true);
+  alone.SetValue(true);
+  options[0].SetFocus();
+  QTest::keyClick(options[0].Widget(), Qt::Key_Down);
+  EXPECT_EQ(clicks, "1201");
+  EXPECT_TRUE(options[1].Value() && alone.Value() && !options[0].Value() && !options[2].Value());
+  options[1].SetValue(false);
+  EXPECT_FALSE(options[1].Value()) << "none may be set";
 }
 
 TEST_F(Controls, ALabelFitsItsTextAndAlignsIt) {
