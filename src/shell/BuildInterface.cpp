@@ -53,8 +53,7 @@ std::string EffectCaption(const std::string& file) {
 
 /// The menu stays hidden without an effect program.
 void LoadEffectsList(MainMenu& menus) {
-  const std::string folder = ApplicationFolder();
-  const auto files = FilesIn(folder + (folder.ends_with('/') ? "Effects" : "/Effects"), "*.exe");
+  const auto files = FilesIn(JoinPath(ApplicationFolder(), "Effects"), "*.exe");
   for (size_t i = 0; i < files.size(); ++i) {
     if (i > 0)
       menus.Effect.push_back(std::make_unique<Menu>(menus.Effects, "Effect(" + std::to_string(i) + ")", ""));

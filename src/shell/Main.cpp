@@ -19,7 +19,7 @@ void FindSiblings() {
 
 std::string DefaultFolder() {
   const std::string folder = CurrentFolder();
-  return folder + (folder.ends_with('/') ? "MyKorvath" : "/MyKorvath");
+  return JoinPath(folder, "MyKorvath");
 }
 
 /// The place for it holds 64 bytes, of which one ends the text: a temporary folder with a longer path leaves

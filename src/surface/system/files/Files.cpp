@@ -45,6 +45,11 @@ bool FileExists(const std::string& path) {
   return fs::exists(status) && !fs::is_directory(status);
 }
 
+bool FolderExists(const std::string& path) {
+  std::error_code error;
+  return fs::is_directory(path, error);
+}
+
 bool DeleteFile(const std::string& path) {
   return ::unlink(path.c_str()) == 0;
 }
@@ -93,6 +98,11 @@ bool ChangeFolder(const std::string& folder) {
   return ::chdir(folder.c_str()) == 0;
 }
 
+std::string HomeFolder() {
+  const char* home = std::getenv("HOME");
+  return home && home[0] == '/' ? WithoutEndSeparator(home) : "/";
+}
+
 std::string TemporaryFolder() {
   std::error_code error;
   const std::string folder = fs::temp_directory_path(error).string();
@@ -124,6 +134,10 @@ std::string FolderOf(const std::string& path) {
 
 std::string NameOf(const std::string& path) {
   return path.substr(path.rfind('/') + 1);  // npos + 1 is 0
+}
+
+std::string JoinPath(const std::string& folder, const std::string& name) {
+  return folder.ends_with('/') ? folder + name : folder + '/' + name;
 }
 
 std::string ExtensionOf(const std::string& path) {

@@ -7,8 +7,9 @@
 /// Files, folders and where they are. Paths are UTF-8.
 namespace zelvane {
 
-/// A file (not a folder) of that name exists.
+/// A file (not a folder) of that name exists; a folder, or a link to one.
 bool FileExists(const std::string& path);
+bool FolderExists(const std::string& path);
 /// Both: false where it failed.
 bool DeleteFile(const std::string& path);
 bool RenameFile(const std::string& from, const std::string& to);
@@ -23,6 +24,8 @@ std::vector<std::string> FilesIn(const std::string& folder, const std::string& p
 std::string ApplicationFolder();
 std::string CurrentFolder();
 bool ChangeFolder(const std::string& folder);
+/// The user's own folder, the root where there is none.
+std::string HomeFolder();
 /// The system's folder for temporary files, with its separator at the end.
 std::string TemporaryFolder();
 /// A folder within it that is this user's alone, with its separator at the end; empty where there can't be
@@ -35,7 +38,9 @@ std::string AbsolutePath(const std::string& path);
 /// The text before the last separator (the root keeps it) and the text after it.
 std::string FolderOf(const std::string& path);
 std::string NameOf(const std::string& path);
-/// The text after the last ".", in lower case; empty without one.
+/// Folder and name with one separator between them.
+std::string JoinPath(const std::string& folder, const std::string& name);
+/// The text after the last "." of the name, in lower case; empty without one.
 std::string ExtensionOf(const std::string& path);
 std::string ToLower(const std::string& text);
 
