@@ -67,6 +67,8 @@ class NumberBox : public Panel {
   void SetEnabled(bool enabled) override;
   void SetFocus() override { txtNumber.SetFocus(); }
   bool HasFocus() const override { return txtNumber.HasFocus(); }
+  bool TabStop() const override { return txtNumber.TabStop(); }
+  void SetTabStop(bool stop) override { txtNumber.SetTabStop(stop); }
   void SetToolTip(const std::string& text) override { txtNumber.SetToolTip(text); }
   /// The entry itself bears the name.
   void SetAccessibleName(const std::string& name) override { txtNumber.SetAccessibleName(name); }

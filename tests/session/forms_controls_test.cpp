@@ -399,6 +399,10 @@ TEST_F(Controls, AScrollBarStaysInItsRangeAndTellsEachChangeOnceBeforeTheWriteRe
   widget->setSliderDown(false);
   EXPECT_EQ(heard, "c20 c17 s30 s35 c35 ");
 
+  heard.clear();
+  bar.SetMin(20), bar.SetMin(40), bar.SetMax(130), bar.SetValue(7), bar.SetMin(0);
+  EXPECT_EQ(heard, "c40 ");
+
   bar.OnChange = [&] { bar.SetValue(10); };
   widget->triggerAction(QAbstractSlider::SliderToMaximum);
   EXPECT_EQ(widget->value(), 10) << "what the handler writes holds";

@@ -5,8 +5,11 @@
 #include <string>
 #include <vector>
 
+#include "surface/forms/controls/ComboBox.h"
 #include "surface/forms/controls/ListBox.h"
+#include "surface/forms/controls/ScrollBar.h"
 #include "surface/forms/windows/Form.h"
+#include "ui/NumberBox.h"
 
 namespace zelvane {
 namespace {
@@ -61,6 +64,54 @@ TEST_F(Lists, TellOfEachChoiceByThePersonAndOfNoOther) {
     static_cast<QObject&>(view).event(&event);
     EXPECT_FALSE(event.isAccepted()) << "the window's";
   }
+}
+
+TEST_F(Lists, ABoxWithAListKeepsWhatIsTypedAsItIs) {
+  ComboBox box(form_, "box", ComboBox::Style::DropDown);
+  TextBox other(form_, "other");
+  std::string heard;
+  box.OnChange = [&] { heard += box.Text() + ' '; };
+  box.OnClick = [&] { heard += "click "; };
+  const auto told = [&] { return std::exchange(heard, {}); };
+  box.AddItem("beam"), box.AddItem("two");
+  box.SetFocus();
+  for (const char key : std::string("Be")) QTest::keyClick(box.Widget(), key);
+  EXPECT_EQ(told(), "B Be ");
+  box.AddItem("Be");
+  QTest::keyClick(box.Widget(), Qt::Key_Return);
+  other.SetFocus();
+  EXPECT_EQ(told(), "") << "leaving a text that stands in the list chooses nothing";
+  EXPECT_EQ(box.ListCount(), 3);
+  EXPECT_EQ(box.ListIndex(), -1);
+  box.SetListIndex(1), box.SetText("x"), box.SetText("x"), box.SetListIndex(1);
+  EXPECT_EQ(told(), "two click x two click ");
+  for (const std::string& text : {std::string(10'000, 'n'), std::string("\xFF\n\xC3.bmp")}) {
+    box.SetText(text);
+    EXPECT_EQ(box.Text(), text);
+  }
+  told(), box.Clear();
+  EXPECT_EQ(told(), " ");
+  box.AddItem("first");
+  EXPECT_EQ(box.Text() + told(), "") << "nothing is chosen until somebody does";
+}
+
+TEST_F(Lists, TabComesToWhatIsAStop) {
+  TextBox first(form_, "first");
+  ScrollBar bar(form_, "bar", ScrollBar::Direction::Horizontal);
+  NumberBox number(form_, "number");
+  bar.SetMax(9), number.SetTabStop(false);
+  const auto next_has_focus = [&](const Control& control) {
+    first.SetFocus();
+    QTest::keyClick(first.Widget(), Qt::Key_Tab);
+    return control.HasFocus();
+  };
+  EXPECT_TRUE(next_has_focus(first));
+  number.SetTabStop(true);
+  EXPECT_TRUE(next_has_focus(number));
+  bar.SetTabStop(true);
+  EXPECT_TRUE(next_has_focus(bar));
+  QTest::keyClick(bar.Widget(), Qt::Key_Right);
+  EXPECT_EQ(bar.Value(), 1);
 }
 
 }  // namespace

@@ -30,11 +30,6 @@ void CommandButton::SetDefault(bool is_default) {
   if (widget_) Button(widget_)->setDefault(is_default);
 }
 
-void CommandButton::SetTabStop(bool stop) {
-  tab_stop_ = stop;
-  if (widget_) widget_->setFocusPolicy(stop ? Qt::StrongFocus : Qt::NoFocus);
-}
-
 void CommandButton::SetBackColor(Color color) {
   back_color_ = color;
   // The desktop's face is what the button has by itself, and follows the desktop.

@@ -17,9 +17,6 @@ class CommandButton : public Control {
   /// The button that Return presses in a `DialogForm` while no other button has the keyboard.
   bool Default() const { return default_; }
   void SetDefault(bool is_default);
-  /// Whether Tab and the arrow keys come to the button.
-  bool TabStop() const { return tab_stop_; }
-  void SetTabStop(bool stop);
   /// The face. The caption reads on it, whichever colour the desktop has for captions.
   Color BackColor() const { return back_color_; }
   void SetBackColor(Color color);
@@ -30,7 +27,7 @@ class CommandButton : public Control {
  private:
   std::string caption_;
   Color back_color_ = SystemColor::ButtonFace;
-  bool default_ = false, tab_stop_ = true;
+  bool default_ = false;
 };
 
 }  // namespace zelvane

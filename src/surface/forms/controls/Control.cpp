@@ -106,6 +106,17 @@ void Control::SetTakesKeys(bool takes) {
   if (widget_) widget_->setFocusPolicy(takes ? Qt::ClickFocus : Qt::NoFocus);
 }
 
+bool Control::TabStop() const {
+  return widget_ && (widget_->focusPolicy() & Qt::TabFocus);
+}
+
+void Control::SetTabStop(bool stop) {
+  if (!widget_) return;
+  const int policy = widget_->focusPolicy();
+  // A press brings the keyboard to it either way.
+  widget_->setFocusPolicy(Qt::FocusPolicy(stop ? policy | Qt::StrongFocus : policy & ~Qt::TabFocus));
+}
+
 void Control::Dock(Control&, Align) {}
 
 void Control::Update() {

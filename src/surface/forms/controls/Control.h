@@ -101,6 +101,9 @@ class Control {
   virtual bool HasFocus() const;
   /// A press gives the control the keyboard, and with it its key events; Tab passes it by.
   void SetTakesKeys(bool takes);
+  /// Whether Tab comes to the control.
+  virtual bool TabStop() const;
+  virtual void SetTabStop(bool stop);
   /// Paints what has been noted for painting now, not at the next turn of the event loop.
   void Update();
 

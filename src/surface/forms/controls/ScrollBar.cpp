@@ -1,12 +1,44 @@
 #include "surface/forms/controls/ScrollBar.h"
 
+#include <QKeyEvent>
+#include <QPainter>
 #include <QScrollBar>
+#include <QStyleOption>
 #include <algorithm>
 
 #include "surface/forms/controls/Events.h"
 
 namespace zelvane {
 namespace {
+
+constexpr int kFocusInset = 2;  // logical pixels
+
+/// With the keyboard: shows by its handle that it has it, which most desktops leave out, and goes to the
+/// right on the right arrow, which the toolkit takes for the left.
+class BarView : public QScrollBar {
+ public:
+  using QScrollBar::QScrollBar;
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override {
+    const bool is_left = event->key() == Qt::Key_Left;
+    if (orientation() == Qt::Vertical || (!is_left && event->key() != Qt::Key_Right))
+      return QScrollBar::keyPressEvent(event);
+    triggerAction(is_left ? SliderSingleStepSub : SliderSingleStepAdd);
+  }
+  void paintEvent(QPaintEvent* event) override {
+    QScrollBar::paintEvent(event);
+    if (!hasFocus()) return;
+    QStyleOptionSlider bar;
+    initStyleOption(&bar);
+    QStyleOptionFocusRect frame;
+    frame.initFrom(this);
+    frame.rect = style()->subControlRect(QStyle::CC_ScrollBar, &bar, QStyle::SC_ScrollBarSlider, this);
+    frame.rect.adjust(kFocusInset, kFocusInset, -kFocusInset, -kFocusInset);
+    QPainter painter(this);
+    style()->drawPrimitive(QStyle::PE_FrameFocusRect, &frame, &painter, this);
+  }
+};
 
 QScrollBar* Bar(QWidget* widget) {
   return static_cast<QScrollBar*>(widget);
@@ -15,13 +47,13 @@ QScrollBar* Bar(QWidget* widget) {
 }  // namespace
 
 ScrollBar::ScrollBar(Control& parent, const std::string& name, Direction direction)
-    : Control(&parent, name,
-              new QScrollBar(direction == Direction::Horizontal ? Qt::Horizontal : Qt::Vertical,
-                             parent.Widget())) {
+    : Control(
+          &parent, name,
+          new BarView(direction == Direction::Horizontal ? Qt::Horizontal : Qt::Vertical, parent.Widget())) {
   QScrollBar* bar = Bar(widget_);
   width_ = NaturalWidth();
   height_ = NaturalHeight();
-  bar->setRange(0, max_);
+  bar->setRange(min_, max_);
   ShowEnabled();
   // The keyboard stays with the picture that is scrolled.
   bar->setFocusPolicy(Qt::NoFocus);
@@ -37,21 +69,30 @@ void ScrollBar::SetEnabled(bool enabled) {
 
 /// A bar with nothing to scroll looks it.
 void ScrollBar::ShowEnabled() {
-  if (widget_) widget_->setEnabled(enabled_ && max_ > 0);
+  if (widget_) widget_->setEnabled(enabled_ && max_ > min_);
+}
+
+void ScrollBar::SetMin(int16_t min) {
+  SetRange(min, std::max(min, max_));
 }
 
 void ScrollBar::SetMax(int16_t max) {
-  max_ = std::max(max, int16_t{0});
+  SetRange(min_, std::max(min_, max));
+}
+
+void ScrollBar::SetRange(int16_t min, int16_t max) {
+  min_ = min;
+  max_ = max;
   {
     const Writing writing(*this);
-    if (widget_) Bar(widget_)->setMaximum(max_);
+    if (widget_) Bar(widget_)->setRange(min, max);
   }
   ShowEnabled();
   SetValue(value_);
 }
 
 void ScrollBar::SetValue(int16_t value) {
-  const int16_t taken = std::clamp(value, int16_t{0}, max_);
+  const int16_t taken = std::clamp(value, min_, max_);
   {
     const Writing writing(*this);
     if (widget_) Bar(widget_)->setValue(taken);

@@ -6,18 +6,22 @@
 
 namespace zelvane {
 
-/// A scroll bar from 0 to `Max`, at first as thick as the desktop's.
+/// A scroll bar from `Min`, at first 0, to `Max`, at first as thick as the desktop's. The keyboard passes it
+/// by unless it's made a `TabStop`.
 class ScrollBar : public Control {
  public:
   enum class Direction { Horizontal, Vertical };
   ScrollBar(Control& parent, const std::string& name, Direction direction);
 
   void SetEnabled(bool enabled) override;
+  int16_t Min() const { return min_; }
   int16_t Max() const { return max_; }
-  /// A `Value` beyond it comes down to it, which fires `OnChange`.
+  /// A `Max` below `Min` becomes that, a `Min` above `Max` takes that along. Either brings `Value` between
+  /// them, which fires `OnChange`.
+  void SetMin(int16_t min);
   void SetMax(int16_t max);
   int16_t Value() const { return value_; }
-  /// Taken into 0 to `Max`. Fires `OnChange` before it returns, where the value is another one.
+  /// Taken into `Min` to `Max`. Fires `OnChange` before it returns, where the value is another one.
   void SetValue(int16_t value);
   /// How far a click beside the handle goes; also the handle's share of the bar.
   void SetLargeChange(int16_t change);
@@ -42,10 +46,11 @@ class ScrollBar : public Control {
     ScrollBar& bar_;
     bool before_;
   };
+  void SetRange(int16_t min, int16_t max);
   void ShowEnabled();
   void Moved(int value, bool dragged);
   void Released();
-  int16_t max_ = 0, value_ = 0;
+  int16_t min_ = 0, max_ = 0, value_ = 0;
   bool writing_ = false, dragged_ = false;
 };
 
