@@ -21,9 +21,8 @@ inline constexpr Pixel kRed = 0xFFFF0000u, kGreen = 0xFF00FF00u, kBlue = 0xFF000
 /// A folder of its own, gone at the end of the test.
 class Folder {
  public:
-  std::string Path(const std::string& name) const {
-    return folder_.filePath(QString::fromStdString(name)).toStdString();
-  }
+  /// A name may be any bytes.
+  std::string Path(const std::string& name) const { return folder_.path().toStdString() + '/' + name; }
   /// Writes a file and returns its path.
   std::string Put(const std::string& name, const std::string& text) const;
 

@@ -1,14 +1,19 @@
 #include "surface/system/files/Files.h"
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <fnmatch.h>
 #include <signal.h>
+#include <strings.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <cctype>
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
+#include <sstream>
 
 #include "surface/system/files/SafeFile.h"
 #include "surface/text/QtText.h"
@@ -35,6 +40,52 @@ bool IsPrivate(const std::string& folder) {
   const bool closed = ours && ((found.st_mode & kOthers) == 0 || ::fchmod(file, kOwnerOnly) == 0);
   ::close(file);
   return closed;
+}
+
+/// What names may look like, parted by ";". Case is ignored, and "*.*" fits all.
+class NamePatterns {
+ public:
+  explicit NamePatterns(const std::string& patterns) {
+    std::istringstream list(patterns);
+    for (std::string pattern; std::getline(list, pattern, ';');) Add(pattern == "*.*" ? "*" : pattern);
+  }
+
+  bool IsEmpty() const { return endings_.empty() && patterns_.empty(); }
+
+  /// A hidden name fits none.
+  bool Match(const char* name) const {
+    if (name[0] == '.') return false;
+    const size_t length = std::strlen(name);
+    const auto ends = [&](const std::string& ending) {
+      return length >= ending.size() && ::strcasecmp(name + length - ending.size(), ending.c_str()) == 0;
+    };
+    const auto fits = [&](const std::string& pattern) {
+      return ::fnmatch(pattern.c_str(), name, FNM_CASEFOLD | FNM_NOESCAPE) == 0;
+    };
+    return std::any_of(endings_.begin(), endings_.end(), ends) ||
+           std::any_of(patterns_.begin(), patterns_.end(), fits);
+  }
+
+ private:
+  void Add(const std::string& pattern) {
+    if (pattern.empty()) return;
+    const auto is_plain = [](unsigned char byte) {
+      return std::isalnum(byte) != 0 || byte == '.' || byte == '_' || byte == '-';
+    };
+    const bool is_ending = pattern[0] == '*' && std::all_of(pattern.begin() + 1, pattern.end(), is_plain);
+    is_ending ? endings_.push_back(pattern.substr(1)) : patterns_.push_back(pattern);
+  }
+
+  /// A list of all kinds of pictures is matched many thousand times.
+  std::vector<std::string> endings_, patterns_;
+};
+
+/// A regular file or a link to one. Most file systems tell with the name.
+bool IsFile(int folder, const dirent& entry) {
+  if (entry.d_type == DT_REG) return true;
+  if (entry.d_type != DT_LNK && entry.d_type != DT_UNKNOWN) return false;
+  struct stat found = {};
+  return ::fstatat(folder, entry.d_name, &found, 0) == 0 && S_ISREG(found.st_mode);
 }
 
 }  // namespace
@@ -71,15 +122,15 @@ std::vector<unsigned char> FileStart(const std::string& path, size_t count) {
   return bytes;
 }
 
-std::vector<std::string> FilesIn(const std::string& folder, const std::string& pattern) {
+std::vector<std::string> FilesIn(const std::string& folder, const std::string& patterns) {
   std::vector<std::string> names;
-  std::error_code error;
-  for (fs::directory_iterator at(folder, error), end; !error && at != end; at.increment(error)) {
-    const std::string name = at->path().filename().string();
-    std::error_code ignored;
-    if (at->is_directory(ignored)) continue;
-    if (::fnmatch(pattern.c_str(), name.c_str(), FNM_PERIOD | FNM_CASEFOLD) == 0) names.push_back(name);
+  const NamePatterns wanted(patterns);
+  DIR* const entries = wanted.IsEmpty() ? nullptr : ::opendir(folder.c_str());
+  if (!entries) return names;
+  while (const dirent* entry = ::readdir(entries)) {
+    if (wanted.Match(entry->d_name) && IsFile(::dirfd(entries), *entry)) names.emplace_back(entry->d_name);
   }
+  ::closedir(entries);
   std::sort(names.begin(), names.end());
   return names;
 }

@@ -17,8 +17,10 @@ bool RenameFile(const std::string& from, const std::string& to);
 /// The first bytes of a regular file, `count` at most; none where it can't be read.
 std::vector<unsigned char> FileStart(const std::string& path, size_t count);
 
-/// The names in the folder that match a pattern such as "*.exe", sorted. Empty where there is no such folder.
-std::vector<std::string> FilesIn(const std::string& folder, const std::string& pattern);
+/// The names of the files in the folder, links to files among them, that match one of `patterns` such as
+/// "*.jpg;*.jpe", whatever their case; "*.*" is all. Without hidden ones, sorted by their bytes. Empty where
+/// the folder can't be read.
+std::vector<std::string> FilesIn(const std::string& folder, const std::string& patterns);
 
 /// Without a separator at the end, but for the root. The folder of the running executable.
 std::string ApplicationFolder();
