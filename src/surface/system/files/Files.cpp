@@ -96,11 +96,6 @@ bool FileExists(const std::string& path) {
   return fs::exists(status) && !fs::is_directory(status);
 }
 
-bool FolderExists(const std::string& path) {
-  std::error_code error;
-  return fs::is_directory(path, error);
-}
-
 bool DeleteFile(const std::string& path) {
   return ::unlink(path.c_str()) == 0;
 }

@@ -7,9 +7,8 @@
 /// Files, folders and where they are. Paths are UTF-8.
 namespace zelvane {
 
-/// A file (not a folder) of that name exists; a folder, or a link to one.
+/// A file (not a folder) of that name exists.
 bool FileExists(const std::string& path);
-bool FolderExists(const std::string& path);
 /// Both: false where it failed.
 bool DeleteFile(const std::string& path);
 bool RenameFile(const std::string& from, const std::string& to);
