@@ -41,6 +41,7 @@ TEST(FileList, HoldsFilesOfAnyNameAndNothingElse) {
   for (const char* all : {"*", "*.*"}) EXPECT_EQ(FilesIn(path, all).size(), odd.size() + 3) << all;
   EXPECT_EQ(FilesIn(path, "?.JP*;"), Names{"b.jpeg"});
   for (const char* none : {"", ";", "xxx.xxx"}) EXPECT_EQ(FilesIn(path, none), Names{}) << none;
+  fs::remove(folder.Path("\xFF\xE4.png"));  // which the toolkit couldn't
 }
 
 TEST(FileList, IsSortedForReading) {
@@ -95,10 +96,6 @@ TEST(FileList, FollowsFolderAndPattern) {
   File1.SetPattern("*.*");
   EXPECT_TRUE(holds(3));
   File1.SetPath(folder.Path("gone"));
-  EXPECT_EQ(File1.ListCount(), 0);
-  File1.SetPath(folder.Path("."));
-  EXPECT_TRUE(holds(3));
-  File1.Clear();
   EXPECT_EQ(File1.ListCount(), 0);
 }
 
