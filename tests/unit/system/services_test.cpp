@@ -7,12 +7,14 @@
 #include <QMimeData>
 #include <QSettings>
 #include <QThread>
+#include <cstdlib>
 #include <fstream>
 
 #include "codecs/PictureSamples.h"
 #include "surface/system/desktop/Clipboard.h"
 #include "surface/system/desktop/Programs.h"
 #include "surface/system/desktop/Screen.h"
+#include "surface/system/files/Folders.h"
 #include "surface/system/files/SettingsStore.h"
 
 namespace zelvane::test {
@@ -35,6 +37,14 @@ TEST(Settings, GoThroughToTheFileBothWays) {
   EXPECT_EQ(GetSetting(application, "Main", "Size", "none"), "from outside");
   EXPECT_EQ(GetSetting(application, "Main", "List", "none"), "1, 2");
   EXPECT_EQ(GetSetting(application, "Other", "Size", "none"), "none");
+}
+
+TEST(Places, AreThoseThatTheDesktopNamesAndHomeForTheRest) {
+  const std::string home = std::getenv("HOME"), settings = std::getenv("XDG_CONFIG_HOME");
+  std::ofstream(settings + "/user-dirs.dirs") << "XDG_DESKTOP_DIR=\"" << settings << "/\"\n"
+                                              << "XDG_DOCUMENTS_DIR=\"" << settings << "/gone\"\n";
+  EXPECT_EQ(DesktopFolder(), settings);
+  EXPECT_EQ(DocumentsFolder(), home);
 }
 
 TEST(Clipboard, HoldsABitmapOrAText) {
