@@ -117,6 +117,10 @@ void Control::SetTabStop(bool stop) {
   widget_->setFocusPolicy(Qt::FocusPolicy(stop ? policy | Qt::StrongFocus : policy & ~Qt::TabFocus));
 }
 
+void Control::SetTabAfter(const Control& before) {
+  if (widget_ && before.widget_) QWidget::setTabOrder(before.widget_, widget_);
+}
+
 void Control::Dock(Control&, Align) {}
 
 void Control::Update() {

@@ -104,6 +104,8 @@ class Control {
   /// Whether Tab comes to the control.
   virtual bool TabStop() const;
   virtual void SetTabStop(bool stop);
+  /// Tab comes here from that one.
+  void SetTabAfter(const Control& before);
   /// Paints what has been noted for painting now, not at the next turn of the event loop.
   void Update();
 

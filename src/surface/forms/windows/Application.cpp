@@ -45,16 +45,21 @@ class Style : public QProxyStyle {
     return QProxyStyle::standardIcon(which, option, widget);
   }
 
-  /// In a dark palette the box of a check mark would be drawn in black on nearly black.
+  /// In a dark palette the box or ring of a mark would be drawn in black on nearly black.
   void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                      const QWidget* widget) const override {
     QProxyStyle::drawPrimitive(element, option, painter, widget);
-    if (element != PE_IndicatorCheckBox || !IsDark(option->palette)) return;
+    const bool is_ring = element == PE_IndicatorRadioButton;
+    if ((element != PE_IndicatorCheckBox && !is_ring) || !IsDark(option->palette)) return;
     QColor outline = option->palette.color(QPalette::WindowText);
     outline.setAlpha(kOutlineAlpha);
     painter->setPen(outline);
     painter->setBrush(Qt::NoBrush);
-    painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
+    if (!is_ring) return painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->drawEllipse(QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5));
+    painter->restore();
   }
 };
 

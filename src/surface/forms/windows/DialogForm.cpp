@@ -63,7 +63,9 @@ class DialogForm::View : public QDialog {
   void TakeKeyboardFrom(const QWidget& window) {
     const MdiForm* main = MdiForm::Main();
     const bool is_idle = main && main->Widget() == &window && !main->Enabled();
-    if (is_titled_ && is_idle && !QApplication::activeModalWidget()) activateWindow();
+    if (!is_titled_ || !is_idle || QApplication::activeModalWidget()) return;
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    activateWindow();
   }
   bool is_titled_;
 };

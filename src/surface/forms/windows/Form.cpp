@@ -88,7 +88,9 @@ void Form::SetMinimumSize(Single width, Single height) {
 }
 
 void Form::SetEnabled(bool enabled) {
+  if (enabled_ && !enabled) engine_->KeepFocus();
   Control::SetEnabled(enabled);
+  if (enabled) engine_->GiveFocusBack();
   // The toolkit disables the windows above this one as well.
   for (Form* form : Dependants()) {
     if (form->widget_->isWindow()) form->widget_->setEnabled(form->enabled_);

@@ -114,6 +114,17 @@ void Form::Engine::HideWindow() {
   Outer().hide();
 }
 
+/// The toolkit would pass the keyboard on from one control to the next as it disables them.
+void Form::Engine::KeepFocus() {
+  focus_ = inside_ ? inside_->focusWidget() : nullptr;
+  if (focus_) focus_->clearFocus();
+}
+
+void Form::Engine::GiveFocusBack() {
+  if (focus_) focus_->setFocus(Qt::OtherFocusReason);
+  focus_ = nullptr;
+}
+
 void Form::Engine::Resized() {
   Follow();
   // While the window is coming up its parts don't have their sizes yet; it's told once they have.

@@ -60,6 +60,10 @@ class Form::Engine : public QObject {
   void HideWindow();
   bool IsShown() const { return !Outer().isHidden(); }
 
+  /// The control that has the keyboard has it again once the form, disabled meanwhile, takes input.
+  void KeepFocus();
+  void GiveFocusBack();
+
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
@@ -70,6 +74,7 @@ class Form::Engine : public QObject {
   QPointer<QWidget> inside_;
   QPointer<zelvane::ChildFrame> frame_;
   QPointer<QWidget> room_;
+  QPointer<QWidget> focus_;  ///< had the keyboard when the form was disabled
   ChildHost* host_ = nullptr;
   QSize told_size_;
   bool is_coming_up_ = false;
