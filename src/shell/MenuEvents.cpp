@@ -2,6 +2,7 @@
 
 #include "document/window/OpenPicture.h"
 #include "document/window/SavePicture.h"
+#include "document/window/frmNew.h"
 #include "imageops/Undo.h"
 #include "selection/SelectionCommands.h"
 #include "selection/clipboard/Paste.h"
@@ -36,6 +37,7 @@ void WireRecentEntries(MainMenu& menu) {
 
 void WireMenus(MainMenu& menu) {
   menu.File.OnClick = File_Click;
+  menu.NewImage.OnClick = NewImage_Click;
   menu.FileOpen.OnClick = FileOpen_Click;
   menu.Close.OnClick = Close_Click;
   menu.Save.OnClick = Save_Click;
@@ -84,6 +86,13 @@ void Image_Click() {
   for (Menu* entry : {&menu.FlipHorizontal, &menu.FlipVertical, &menu.InvertImage, &menu.ImageSize,
                       &menu.ImagePalette, &menu.GreyScalemenu})
     entry->SetEnabled(document);
+}
+
+void NewImage_Click() {
+  NewImageDialog& dialog = *frmNew;
+  dialog.OnMade = [] { MainForm->LeftBar.SetFocus(); };
+  MainForm->SetEnabled(false);
+  dialog.Show();
 }
 
 /// A second dialog can't open while one is up.

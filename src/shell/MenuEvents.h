@@ -13,6 +13,7 @@ void Edit_Click();
 void Image_Click();
 
 // Entries. Each checks for itself whether it can act, since a shortcut fires it whatever its menu shows.
+void NewImage_Click();
 void FileOpen_Click();
 void Close_Click();
 void PasteSpecial_Click();

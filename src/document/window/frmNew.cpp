@@ -1,0 +1,205 @@
+#include "document/window/frmNew.h"
+
+#include <algorithm>
+
+#include "colour/ColorPanel.h"
+#include "document/window/MakeDocument.h"
+#include "shell/state/Settings.h"
+#include "shell/state/State.h"
+#include "surface/forms/controls/Events.h"
+#include "surface/raster/FailingStep.h"
+#include "ui/MsgBox.h"
+#include "ui/RouteKey.h"
+
+namespace zelvane {
+namespace {
+
+constexpr double kFirstWidth = 400, kFirstHeight = 300;  // pixels of an image
+constexpr int kCancel = 0, kOk = 1;
+constexpr Single kMargin = 180, kGap = 120, kLine = 90;  // twips
+/// As wide as a number box is drawn: what can be typed, and room to read it.
+constexpr char kWidestNumber[] = "000 000 000";
+
+bool IsSide(double pixels) {
+  return pixels >= 1 && pixels <= kLargestSide;
+}
+
+void Tell(const char* text) {
+  MsgBox(text, kOkOnly + kExclamationIcon, "Zelvane");
+}
+
+}  // namespace
+
+NewImageDialog::NewImageDialog()
+    : DialogForm("frmNew", DialogLook::Titled),
+      lblName(*this, "lblName", "Name:"),
+      txtName(*this, "txtName"),
+      SizeFrame(*this, "SizeFrame", "Size"),
+      lblWidth(SizeFrame, "lblWidth", "Width:"),
+      txtWidth(SizeFrame, "txtWidth"),
+      lblHeight(SizeFrame, "lblHeight", "Height:"),
+      txtHeight(SizeFrame, "txtHeight"),
+      BackgroundFrame(*this, "BackgroundFrame", "Background"),
+      Command2(*this, "Command2", "&Save As Default Settings") {
+  for (const char* caption : {"White", "Foreground", "Background"})
+    Option1.Add(BackgroundFrame, "Option1", caption);
+  for (const char* caption : {"Cancel", "&OK"}) Command1.Add(*this, "Command1", caption);
+  Form_Load();
+}
+
+void NewImageDialog::Form_Load() {
+  SetCaption(" New Image");
+  SetKeyPreview(true);
+  SetResizable(false);
+  Command1[kOk].SetDefault(true);
+  Command1[kCancel].SetTabAfter(Command1[kOk]);
+  txtName.SetAccessibleName(lblName.Caption());
+  txtName.SetSelectsOnEntry(true);
+  for (NumberBox* box : {&txtWidth, &txtHeight}) {
+    box->SetFormat("#####0");
+    box->SetPositiveOnly(true);
+    box->SetMaxValue(kLargestSide);
+    box->SetMinValue(1);
+    box->SetAccessibleName((box == &txtWidth ? lblWidth : lblHeight).Caption());
+  }
+  TakeSettings();
+  LayOut();
+  TakePlace();
+  WireEvents();
+}
+
+/// At the main window's corner.
+void NewImageDialog::TakePlace() {
+  const MdiForm* main = MdiForm::Main();
+  if (main) Move(main->Left(), main->Top());
+}
+
+void NewImageDialog::TakeSettings() {
+  txtName.SetText(ReadSetting("NewImageTitle", "Untitled"));
+  txtHeight.SetValue(ReadNumber("NewImageHeight", kFirstHeight).value_or(kFirstHeight));
+  txtWidth.SetValue(ReadNumber("NewImageWidth", kFirstWidth).value_or(kFirstWidth));
+  Option1[0].SetValue(true);
+  With(ReadNumber("ImageDefaultBackground", 0),
+       [this](double index) { Attempt([&] { Option1[ToInt16(index).value()].SetValue(true); }); });
+}
+
+void NewImageDialog::WireEvents() {
+  OnKeyDown = [this](int16_t KeyCode, int16_t Shift) { RouteKey(*this, KeyCode, Shift); };
+  OnQueryUnload = [this](bool& Cancel, UnloadModes) { Form_QueryUnload(Cancel); };
+  txtName.OnGotFocus = [this] { txtName.SelectAll(); };
+  for (int16_t i = 0; i < Command1.Count(); ++i) Command1[i].OnClick = [this, i] { Command1_Click(i); };
+  Command2.OnClick = [this] { Command2_Click(); };
+}
+
+/// Everything is as large as the desktop's font needs it.
+void NewImageDialog::LayOut() {
+  for (Control* scale : {static_cast<Control*>(this), static_cast<Control*>(&SizeFrame),
+                         static_cast<Control*>(&BackgroundFrame)})
+    scale->SetScaleMode(Scale::Twips);
+  const Single row = txtName.NaturalHeight();
+  FillSizeFrame(row);
+  FillBackgroundFrame();
+  const Single beside = kMargin + SizeFrame.Width() + kGap;
+  const Single right = std::max(beside + BackgroundFrame.Width(), PlaceButtons());
+  const Single height = std::max(SizeFrame.Height(), BackgroundFrame.Height());
+  const Single name = kMargin + lblName.NaturalWidth() + kGap, frames = kMargin + row + kGap;
+  lblName.Move(kMargin, kMargin, lblName.NaturalWidth(), row);
+  txtName.Move(name, kMargin, right - name, row);
+  SizeFrame.Move(kMargin, frames, SizeFrame.Width(), height);
+  BackgroundFrame.Move(beside, frames, right - beside, height);
+  const Single shift = right - (Command1[kCancel].Left() + Command1[kCancel].Width());
+  for (CommandButton* button : {&Command1[kOk], &Command1[kCancel]}) button->SetLeft(button->Left() + shift);
+  for (CommandButton* button : {&Command2, &Command1[kOk], &Command1[kCancel]})
+    button->SetTop(frames + height + kMargin);
+  SetWidth(right + kMargin);
+  SetHeight(Command2.Top() + Command2.Height() + kMargin);
+}
+
+void NewImageDialog::FillSizeFrame(Single row) {
+  const Single names = std::max(lblWidth.NaturalWidth(), lblHeight.NaturalWidth());
+  const Single number = lblWidth.TextWidth(kWidestNumber);
+  Single top = SizeFrame.CaptionHeight() + kLine;
+  const auto put = [&](Label& label, NumberBox& box) {
+    label.Move(kGap, top, names, row);
+    box.Move(kGap + names + kGap, top, number, row);
+    top += row + kLine;
+  };
+  put(lblWidth, txtWidth);
+  put(lblHeight, txtHeight);
+  SizeFrame.Move(0, 0, kGap + names + kGap + number + kGap, top);
+}
+
+void NewImageDialog::FillBackgroundFrame() {
+  Single top = BackgroundFrame.CaptionHeight() + kLine, width = 0;
+  for (int i = 0; i < Option1.Count(); ++i) {
+    OptionButton& option = Option1[i];
+    option.Move(kGap, top, option.NaturalWidth(), option.NaturalHeight());
+    top += option.Height() + kLine;
+    width = std::max(width, option.Width());
+  }
+  BackgroundFrame.Move(0, 0, kGap + width + kGap, top);
+}
+
+/// One beside the other; the right edge of the last.
+Single NewImageDialog::PlaceButtons() {
+  const Single answers = std::max(Command1[kOk].NaturalWidth(), Command1[kCancel].NaturalWidth());
+  Single left = kMargin;
+  for (CommandButton* button : {&Command2, &Command1[kOk], &Command1[kCancel]}) {
+    const Single width = button == &Command2 ? button->NaturalWidth() + kGap : answers;
+    button->Move(left, 0, width, button->NaturalHeight());
+    left += width + (button == &Command2 ? 2 * kGap : kGap);
+  }
+  return left - kGap;
+}
+
+int16_t NewImageDialog::Background() const {
+  int16_t index = 0;
+  while (index + 1 < Option1.Count() && !Option1[index].Value()) ++index;
+  return index;
+}
+
+void NewImageDialog::Command1_Click(int16_t Index) {
+  if (Index == kOk && !MakeImage()) return;
+  Unload();
+  if (Index == kOk) FireEvent(OnMade);
+}
+
+/// What can't be made is told, and what was typed stays.
+bool NewImageDialog::MakeImage() {
+  const double width = txtWidth.Value(), height = txtHeight.Value();
+  if (!IsSide(width) || !IsSide(height)) {
+    Tell("The width and the height of an image are 1 to 32,767 pixels.");
+    (IsSide(width) ? txtHeight : txtWidth).SetFocus();
+    return false;
+  }
+  const Color background[] = {kWhite, ColorPanel->SelColor[0].BackColor(),
+                              ColorPanel->SelColor[1].BackColor()};
+  const bool is_made = Attempt([&] {
+    MakeDocument(static_cast<int>(width), static_cast<int>(height), background[Background()],
+                 {txtName.Text(), ""});
+  });
+  if (is_made) return true;
+  LackedMemory = false;  // told here
+  Tell("There is not enough memory for an image of this size.");
+  txtWidth.SetFocus();
+  return false;
+}
+
+void NewImageDialog::Command2_Click() const {
+  WriteSetting("NewImageTitle", txtName.Text());
+  WriteSetting("NewImageHeight", PlainText(txtHeight.Value()));
+  WriteSetting("NewImageWidth", PlainText(txtWidth.Value()));
+  WriteSetting("ImageDefaultBackground", std::to_string(Background()));
+}
+
+void NewImageDialog::Form_QueryUnload(bool& Cancel) {
+  if (State.Exiting) return;
+  Cancel = true;
+  Hide();
+  MdiForm* main = MdiForm::Main();
+  if (!main) return;
+  main->SetEnabled(true);
+  main->Activate();
+}
+
+}  // namespace zelvane
