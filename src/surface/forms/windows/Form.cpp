@@ -100,11 +100,12 @@ void Form::SetEnabled(bool enabled) {
 void Form::SetCaption(const std::string& caption) {
   caption_ = caption;
   if (!widget_) return;
+  QString shown = OneLine(ToQt(caption));
   if (engine_->ChildFrame()) {
-    engine_->Host()->SetChildCaption(*engine_->ChildFrame(), ToQt(caption));
+    engine_->Host()->SetChildCaption(*engine_->ChildFrame(), shown);
   } else {
     // The toolkit takes one "[*]" for the place of its mark of a changed document, two for the text itself.
-    widget_->setWindowTitle(ToQt(caption).replace("[*]", "[*][*]"));
+    widget_->setWindowTitle(shown.replace("[*]", "[*][*]"));
   }
 }
 
