@@ -2,8 +2,6 @@
 
 #include <utility>
 
-#include "surface/system/files/PictureFile.h"
-
 namespace zelvane {
 
 bool ImgEdit::Display() {
@@ -11,7 +9,7 @@ bool ImgEdit::Display() {
   return picture_.has_value();
 }
 
-std::optional<Bitmap> ImgEdit::TakePicture() {
+std::optional<LoadedPicture> ImgEdit::TakePicture() {
   return std::exchange(picture_, std::nullopt);
 }
 

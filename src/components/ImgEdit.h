@@ -3,7 +3,7 @@
 #include <optional>
 #include <string>
 
-#include "surface/raster/Bitmap.h"
+#include "surface/system/files/PictureFile.h"
 
 namespace zelvane {
 
@@ -14,11 +14,11 @@ class ImgEdit {
   /// Reads the image that was set; false where that failed.
   bool Display();
   /// The picture shown, handed over.
-  std::optional<Bitmap> TakePicture();
+  std::optional<LoadedPicture> TakePicture();
 
  private:
   std::string path_;
-  std::optional<Bitmap> picture_;
+  std::optional<LoadedPicture> picture_;
 };
 
 }  // namespace zelvane

@@ -2,8 +2,6 @@
 
 #include <utility>
 
-#include "surface/system/files/PictureFile.h"
-
 namespace zelvane {
 
 int32_t PicFormat32::ReadPicture(const std::string& path) {
@@ -14,7 +12,7 @@ int32_t PicFormat32::ReadPicture(const std::string& path) {
   return last_number_;
 }
 
-std::optional<Bitmap> PicFormat32::TakePicture(int32_t number) {
+std::optional<LoadedPicture> PicFormat32::TakePicture(int32_t number) {
   const auto found = pictures_.extract(number);
   if (found.empty()) return std::nullopt;
   return std::move(found.mapped());

@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-#include "surface/raster/Bitmap.h"
+#include "surface/system/files/PictureFile.h"
 
 namespace zelvane {
 
@@ -15,10 +15,10 @@ class PicFormat32 {
   /// The number of the picture read, 0 where that failed.
   int32_t ReadPicture(const std::string& path);
   /// Hands over the picture of that number, which is then forgotten.
-  std::optional<Bitmap> TakePicture(int32_t number);
+  std::optional<LoadedPicture> TakePicture(int32_t number);
 
  private:
-  std::map<int32_t, Bitmap> pictures_;
+  std::map<int32_t, LoadedPicture> pictures_;
   int32_t last_number_ = 0;
 };
 

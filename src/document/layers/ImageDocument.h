@@ -12,6 +12,7 @@
 #include "surface/forms/picture/PictureSurface.h"
 #include "surface/forms/picture/PictureView.h"
 #include "surface/forms/windows/MdiForm.h"
+#include "surface/system/files/PictureFile.h"
 
 namespace zelvane {
 
@@ -28,6 +29,7 @@ class ImageDocument : public MdiChild {
 
   bool Dirty = false;                   ///< changed since it was last saved
   bool OpenedFile = false;              ///< came in by the open dialog
+  FileState File;                       ///< the file as it was read or written last
   std::optional<CImageInfo> ImageInfo;  ///< of the file; none before it's first needed
   int32_t StartX = 0, StartY = 0;       ///< image position of the last press
   double Zoom = 100;                    ///< percent, 100 to 800 in steps of 100

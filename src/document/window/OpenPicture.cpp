@@ -8,7 +8,6 @@
 #include "surface/forms/windows/Application.h"
 #include "surface/forms/windows/Dialogs.h"
 #include "surface/raster/FailingStep.h"
-#include "surface/system/files/PictureFile.h"
 #include "ui/MsgBox.h"
 
 namespace zelvane {
@@ -36,28 +35,28 @@ Reader ReaderOf(const std::string& path) {
   return Reader::Platform;
 }
 
-std::optional<Bitmap> ReadWithPicFormat(const std::string& path) {
+std::optional<LoadedPicture> ReadWithPicFormat(const std::string& path) {
   const int32_t number = State.PicFormatObject->ReadPicture(path);
   if (number == 0) return std::nullopt;
   return State.PicFormatObject->TakePicture(number);
 }
 
-std::optional<Bitmap> ReadWithImgEdit(const std::string& path) {
+std::optional<LoadedPicture> ReadWithImgEdit(const std::string& path) {
   ImgEdit reader;
   reader.SetImage(path);
   return reader.Display() ? reader.TakePicture() : std::nullopt;
 }
 
 /// A second try once events have run: what was being written may stand by then.
-std::optional<Bitmap> ReadWithPlatform(const std::string& path) {
-  if (std::optional<Bitmap> picture = LoadPicture(path)) return picture;
+std::optional<LoadedPicture> ReadWithPlatform(const std::string& path) {
+  if (std::optional<LoadedPicture> picture = LoadPicture(path)) return picture;
   DoEvents();
   return LoadPicture(path);
 }
 
 }  // namespace
 
-std::optional<Bitmap> LoadPictureFile(const std::string& path) {
+std::optional<LoadedPicture> LoadPictureFile(const std::string& path) {
   switch (ReaderOf(path)) {
     case Reader::PicFormat:
       return ReadWithPicFormat(path);
@@ -70,9 +69,14 @@ std::optional<Bitmap> LoadPictureFile(const std::string& path) {
 }
 
 frmPaint* OpenPicture(const std::string& path) {
-  std::optional<Bitmap> picture;
+  std::optional<LoadedPicture> picture;
   Attempt([&] { picture = LoadPictureFile(path); });
-  if (picture) return &MakeDocument(std::move(*picture), {path, path});
+  if (picture) {
+    const FileState file = picture->file;
+    frmPaint& document = MakeDocument(std::move(*picture), {path, path});
+    document.File = file;
+    return &document;
+  }
   MsgBox("The selected picture file is missing or invalid", kExclamationIcon, "Zelvane");
   return nullptr;
 }

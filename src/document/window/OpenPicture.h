@@ -4,12 +4,13 @@
 #include <string>
 
 #include "document/window/frmPaint.h"
+#include "surface/system/files/PictureFile.h"
 
 namespace zelvane {
 
 /// Reads a picture by the reader for its extension's first three letters. No value where it's missing or
 /// invalid.
-std::optional<Bitmap> LoadPictureFile(const std::string& path);
+std::optional<LoadedPicture> LoadPictureFile(const std::string& path);
 
 /// Asks for a picture and opens it.
 void OpenAskedFile();

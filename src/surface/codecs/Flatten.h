@@ -31,8 +31,8 @@ constexpr Pixel DeepOnWhite(uint32_t red, uint32_t green, uint32_t blue, uint32_
          DeepChannelOnWhite(blue, alpha);
 }
 
-/// Every pixel, whose top byte is its opacity, on white.
-void FlattenOnWhite(Bitmap& bitmap);
-void FlattenOnWhite(Pixel* row, int width);
+/// Every pixel, whose top byte is its opacity, on white. True where all were opaque.
+bool FlattenOnWhite(Bitmap& bitmap);
+bool FlattenOnWhite(Pixel* row, int width);
 
 }  // namespace zelvane

@@ -23,6 +23,7 @@ struct Frame {
   int transparent = kNoTransparency;
   Palette palette;
   uint32_t code_size = 0;
+  bool followed = false;  // by another image
   std::vector<unsigned char> data;
 };
 
@@ -59,7 +60,10 @@ class Blocks {
       if (kind == 0x2C) {
         Frame next;
         if (!ReadImage(next)) return std::nullopt;
-        if (!frame) frame = std::move(next);
+        if (frame)
+          frame->followed = true;
+        else
+          frame = std::move(next);
       } else if (kind == 0x21) {
         if (!ReadExtension()) return std::nullopt;
       } else {
@@ -204,7 +208,7 @@ std::vector<uint32_t> RowOrder(const Frame& frame) {
 
 }  // namespace
 
-std::optional<Bitmap> DecodeGif(ByteView bytes, SizeLimit limit) {
+std::optional<DecodedPicture> DecodeGif(ByteView bytes, SizeLimit limit) {
   const std::optional<Frame> frame = Blocks(bytes).FirstFrame();
   if (!frame || frame->code_size < 1 || frame->code_size > 8) return std::nullopt;
   const uint32_t width = std::max(bytes.Little16(6), frame->left + frame->width);
@@ -219,15 +223,17 @@ std::optional<Bitmap> DecodeGif(ByteView bytes, SizeLimit limit) {
 
   Bitmap bitmap(static_cast<int>(width), static_cast<int>(height), kWhitePixel);
   Palette palette = frame->palette;
+  bool whole = !frame->followed && frame->width == width && frame->height == height;
   if (frame->transparent != kNoTransparency) {
     palette.colors[static_cast<size_t>(frame->transparent)] = kWhitePixel;
+    whole = whole && std::find(indices.begin(), indices.end(), frame->transparent) == indices.end();
   }
   const unsigned char* from = indices.data();
   for (const uint32_t y : RowOrder(*frame)) {
     Pixel* to = bitmap.WritableRow(static_cast<int>(frame->top + y)) + frame->left;
     for (uint32_t x = 0; x < frame->width; ++x) to[x] = palette.colors[*from++];
   }
-  return bitmap;
+  return DecodedPicture(std::move(bitmap), whole ? WrittenKind::Gif : WrittenKind::None);
 }
 
 }  // namespace zelvane

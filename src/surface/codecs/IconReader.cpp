@@ -47,9 +47,23 @@ void ApplyMask(Bitmap& bitmap, ByteView mask) {
   }
 }
 
+/// What is written as an icon has 32 pixels a side at most, and its first pixel's colour stands for clear.
+bool IsWrittenAlike(const Bitmap& bitmap) {
+  constexpr int kLargest = 32;
+  if (bitmap.Width() > kLargest || bitmap.Height() > kLargest) return false;
+  const Pixel clear = OnWhite(bitmap.Row(0)[0]);
+  for (int y = 0; y < bitmap.Height(); ++y) {
+    for (int x = 0; x < bitmap.Width(); ++x) {
+      const Pixel pixel = bitmap.Row(y)[x];
+      if (pixel >> 24 != (OnWhite(pixel) == clear ? 0 : 0xFF)) return false;
+    }
+  }
+  return true;
+}
+
 /// A bitmap of twice the height: the colours, above them a mask. Opacity in the colours counts more than the
 /// mask, but for old writers that leave it at zero everywhere.
-std::optional<Bitmap> DecodeEntry(ByteView picture, SizeLimit limit) {
+std::optional<DecodedPicture> DecodeEntry(ByteView picture, SizeLimit limit) {
   auto header = ReadDibHeader(picture);
   if (!header) return std::nullopt;
   header->height /= 2;
@@ -65,13 +79,14 @@ std::optional<Bitmap> DecodeEntry(ByteView picture, SizeLimit limit) {
     if (!data.Has(mask_at, mask_stride * rows)) return std::nullopt;
     ApplyMask(*bitmap, data.From(mask_at));
   }
+  const WrittenKind kind = IsWrittenAlike(*bitmap) ? WrittenKind::Icon : WrittenKind::None;
   FlattenOnWhite(*bitmap);
-  return bitmap;
+  return DecodedPicture(std::move(*bitmap), kind);
 }
 
 }  // namespace
 
-std::optional<Bitmap> DecodeIcon(ByteView bytes, SizeLimit limit) {
+std::optional<DecodedPicture> DecodeIcon(ByteView bytes, SizeLimit limit) {
   constexpr uint64_t kDirectory = 6, kEntry = 16;
   const uint32_t count = bytes.Little16(4);
   if (!bytes.Has(kDirectory, count * kEntry)) return std::nullopt;
@@ -88,7 +103,9 @@ std::optional<Bitmap> DecodeIcon(ByteView bytes, SizeLimit limit) {
     }
   }
   if (best.Size() == 0) return std::nullopt;
-  return IsPng(best) ? DecodePng(best, limit) : DecodeEntry(best, limit);
+  auto picture = IsPng(best) ? DecodePng(best, limit) : DecodeEntry(best, limit);
+  if (picture && count > 1) picture->whole_as = WrittenKind::None;
+  return picture;
 }
 
 }  // namespace zelvane

@@ -49,6 +49,7 @@ class JpegRun {
     jpeg_finish_decompress(&library_);
     return true;
   }
+  bool IsOfInks() const { return library_.out_color_space == JCS_CMYK; }
   Bitmap TakePicture() { return Oriented(std::move(bitmap_), orientation_); }
 
  private:
@@ -144,10 +145,10 @@ class JpegRun {
 
 }  // namespace
 
-std::optional<Bitmap> DecodeJpeg(ByteView bytes, SizeLimit limit) {
+std::optional<DecodedPicture> DecodeJpeg(ByteView bytes, SizeLimit limit) {
   JpegRun run(bytes, limit);
   if (!run.Read()) return std::nullopt;
-  return run.TakePicture();
+  return DecodedPicture(run.TakePicture(), run.IsOfInks() ? WrittenKind::None : WrittenKind::Jpeg);
 }
 
 }  // namespace zelvane

@@ -166,7 +166,7 @@ Bitmap PutOnCanvas(const Bitmap& picture, const Layer& layer, int width, int hei
 
 }  // namespace
 
-std::optional<Bitmap> DecodeMng(ByteView bytes, SizeLimit limit) {
+std::optional<DecodedPicture> DecodeMng(ByteView bytes, SizeLimit limit) {
   const std::vector<Chunk> chunks = ChunksOf(bytes, ChunkName("MEND"));
   if (chunks.empty() || chunks.front().name != ChunkName("MHDR")) return std::nullopt;
   const ByteView header = chunks.front().data;

@@ -10,7 +10,7 @@ namespace {
 
 constexpr int64_t kBytesPerPixel = 4;
 
-using Reader = std::optional<Bitmap> (*)(ByteView, SizeLimit);
+using Reader = std::optional<DecodedPicture> (*)(ByteView, SizeLimit);
 
 bool LooksLikeXbm(ByteView start) {
   size_t at = 0;
@@ -42,7 +42,7 @@ bool LooksLikePicture(ByteView start) {
   return ReaderFor(start) != nullptr;
 }
 
-std::optional<Bitmap> DecodePicture(ByteView bytes, SizeLimit limit) {
+std::optional<DecodedPicture> DecodePicture(ByteView bytes, SizeLimit limit) {
   const Reader read = ReaderFor(bytes.Part(0, kPictureStart));
   if (!read) return std::nullopt;
   try {

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <utility>
 
 #include "surface/codecs/ByteView.h"
 #include "surface/raster/Bitmap.h"
@@ -31,17 +32,28 @@ bool LooksLikePicture(ByteView start);
 /// How many bytes `LooksLikePicture` wants to see.
 inline constexpr size_t kPictureStart = 64;
 
+/// The kinds of files that are written too.
+enum class WrittenKind : uint8_t { None, Bitmap, Gif, Jpeg, Tiff, Icon };
+
+/// A picture as it was read, and the kind of file that would hold all of it again. None where the file held
+/// more (further frames or pages, more than 8 bits a channel, inks, transparency), or is of no written kind.
+struct DecodedPicture : Bitmap {
+  DecodedPicture(Bitmap bitmap, WrittenKind kind = WrittenKind::None)
+      : Bitmap(std::move(bitmap)), whole_as(kind) {}
+  WrittenKind whole_as;
+};
+
 /// No value where the bytes are no whole picture of a known kind, or one that the limit doesn't admit.
-std::optional<Bitmap> DecodePicture(ByteView bytes, SizeLimit limit);
+std::optional<DecodedPicture> DecodePicture(ByteView bytes, SizeLimit limit);
 
 /// The readers. Each trusts that the first bytes are those of its kind.
-std::optional<Bitmap> DecodeBmp(ByteView bytes, SizeLimit limit);
-std::optional<Bitmap> DecodeGif(ByteView bytes, SizeLimit limit);
-std::optional<Bitmap> DecodeIcon(ByteView bytes, SizeLimit limit);
-std::optional<Bitmap> DecodeJpeg(ByteView bytes, SizeLimit limit);
-std::optional<Bitmap> DecodeMng(ByteView bytes, SizeLimit limit);
-std::optional<Bitmap> DecodePng(ByteView bytes, SizeLimit limit);
-std::optional<Bitmap> DecodeTiff(ByteView bytes, SizeLimit limit);
-std::optional<Bitmap> DecodeXbm(ByteView bytes, SizeLimit limit);
+std::optional<DecodedPicture> DecodeBmp(ByteView bytes, SizeLimit limit);
+std::optional<DecodedPicture> DecodeGif(ByteView bytes, SizeLimit limit);
+std::optional<DecodedPicture> DecodeIcon(ByteView bytes, SizeLimit limit);
+std::optional<DecodedPicture> DecodeJpeg(ByteView bytes, SizeLimit limit);
+std::optional<DecodedPicture> DecodeMng(ByteView bytes, SizeLimit limit);
+std::optional<DecodedPicture> DecodePng(ByteView bytes, SizeLimit limit);
+std::optional<DecodedPicture> DecodeTiff(ByteView bytes, SizeLimit limit);
+std::optional<DecodedPicture> DecodeXbm(ByteView bytes, SizeLimit limit);
 
 }  // namespace zelvane

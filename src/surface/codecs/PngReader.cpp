@@ -92,7 +92,7 @@ class PngRun {
 
 }  // namespace
 
-std::optional<Bitmap> DecodePng(ByteView bytes, SizeLimit limit) {
+std::optional<DecodedPicture> DecodePng(ByteView bytes, SizeLimit limit) {
   const std::vector<Chunk> chunks = ChunksOf(bytes, ChunkName("IEND"));
   if (chunks.empty() || chunks.front().name != ChunkName("IHDR")) return std::nullopt;
   const ByteView header = chunks.front().data;

@@ -20,6 +20,8 @@ class Tiff {
 
   struct Page {
     int64_t width = 0, height = 0;
+    bool only = true;      // no further pages, no layers
+    bool ordinary = true;  // of 8 bits a channel at most, no inks
   };
 
   /// No value where a page's data leaves the file, or the first page is larger than admitted.
@@ -42,7 +44,10 @@ class Tiff {
         first = {Value(entries, count, kWidth), Value(entries, count, kHeight)};
         if (!limit.Admits(first.width, first.height)) return std::nullopt;
         if (!IsModest(entries, count)) return std::nullopt;
+        first.only = Find(entries, count, kInnerPages).count == 0 && Find(entries, count, kLayers).count == 0;
+        first.ordinary = Value(entries, count, kBits) <= 8 && Value(entries, count, kColours) != kInks;
       }
+      first.only = page == 0 && first.only;
       at = Number(entries + EntrySize() * count, PlaceSize());
     }
     if (first.width == 0) return std::nullopt;
@@ -57,14 +62,19 @@ class Tiff {
   enum Tag : uint32_t {
     kWidth = 256,
     kHeight = 257,
+    kBits = 258,
+    kColours = 262,
     kStripPlaces = 273,
     kSamples = 277,
     kStripSizes = 279,
     kTileWidth = 322,
     kTileHeight = 323,
     kTilePlaces = 324,
-    kTileSizes = 325
+    kTileSizes = 325,
+    kInnerPages = 330,
+    kLayers = 37724
   };
+  static constexpr int64_t kInks = 5;
 
   struct Values {
     uint64_t at = 0, count = 0, size = 0;
@@ -189,21 +199,24 @@ class MemoryFile {
 };
 
 /// The library's pixels are red, green, blue and opacity from the low byte up, the colours already multiplied
-/// with the opacity.
-void LayOnWhite(Bitmap& bitmap) {
+/// with the opacity. True where all pixels were opaque.
+bool LayOnWhite(Bitmap& bitmap) {
+  uint32_t least = 255;
   for (int y = 0; y < bitmap.Height(); ++y) {
     Pixel* row = bitmap.WritableRow(y);
     for (int x = 0; x < bitmap.Width(); ++x) {
       const uint32_t white = 255 - TIFFGetA(row[x]);
+      least = std::min(least, 255 - white);
       const auto channel = [white](uint32_t value) { return std::min(255u, value + white); };
       row[x] = 0xFF000000u | channel(TIFFGetR(row[x])) << 16 | channel(TIFFGetG(row[x])) << 8 |
                channel(TIFFGetB(row[x]));
     }
   }
+  return least == 255;
 }
 
 /// No value where the data is damaged.
-std::optional<Bitmap> DecodeThroughLibrary(TIFF* file, const Tiff::Page& page, uint32_t orientation) {
+std::optional<DecodedPicture> DecodeThroughLibrary(TIFF* file, const Tiff::Page& page, uint32_t orientation) {
   char reason[1024];
   if (!TIFFRGBAImageOK(file, reason)) return std::nullopt;
   Bitmap bitmap = Bitmap::Uninitialised(static_cast<int>(page.width), static_cast<int>(page.height));
@@ -213,13 +226,14 @@ std::optional<Bitmap> DecodeThroughLibrary(TIFF* file, const Tiff::Page& page, u
                                  bitmap.WritableRow(0), static_cast<int>(orientation), kStopOnError)) {
     return std::nullopt;
   }
-  LayOnWhite(bitmap);
-  return bitmap;
+  const bool opaque = LayOnWhite(bitmap);
+  const bool whole = opaque && page.only && page.ordinary;
+  return DecodedPicture(std::move(bitmap), whole ? WrittenKind::Tiff : WrittenKind::None);
 }
 
 }  // namespace
 
-std::optional<Bitmap> DecodeTiff(ByteView bytes, SizeLimit limit) {
+std::optional<DecodedPicture> DecodeTiff(ByteView bytes, SizeLimit limit) {
   const std::optional<Tiff::Page> page = Tiff(bytes).FirstPage(limit);
   if (!page) return std::nullopt;
   const MemoryFile file(bytes, limit);
@@ -227,9 +241,12 @@ std::optional<Bitmap> DecodeTiff(ByteView bytes, SizeLimit limit) {
   uint16_t orientation = ORIENTATION_TOPLEFT;
   TIFFGetFieldDefaulted(file.Get(), TIFFTAG_ORIENTATION, &orientation);
   DeepTiff deep(file.Get());
-  std::optional<Bitmap> picture =
-      deep.IsKnown() ? deep.Read(limit) : DecodeThroughLibrary(file.Get(), *page, orientation);
-  if (picture) picture = Oriented(std::move(*picture), orientation);
+  std::optional<DecodedPicture> picture;
+  if (deep.IsKnown())
+    picture = deep.Read(limit);
+  else
+    picture = DecodeThroughLibrary(file.Get(), *page, orientation);
+  if (picture) picture = DecodedPicture(Oriented(std::move(*picture), orientation), picture->whole_as);
   return picture;
 }
 

@@ -70,7 +70,7 @@ Size ReadSize(Source& source) {
 
 }  // namespace
 
-std::optional<Bitmap> DecodeXbm(ByteView bytes, SizeLimit limit) {
+std::optional<DecodedPicture> DecodeXbm(ByteView bytes, SizeLimit limit) {
   constexpr Pixel kInk = 0xFF000000u, kPaper = 0xFFFFFFFFu;
   Source source({reinterpret_cast<const char*>(bytes.Data()), bytes.Size()});
   const Size size = ReadSize(source);

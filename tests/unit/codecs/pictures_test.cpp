@@ -180,6 +180,43 @@ TEST(Pictures, AnimationsGiveTheirFirstFrameOnAWhiteScreen) {
   EXPECT_EQ(Difference(Mng(9, 8, Encoded(Sample(4, 3), "png"), 2, 5), canvas), 0);
 }
 
+TEST(Pictures, TellWhichKindOfFileWouldHoldAllThatWasRead) {
+  const QImage sample = Sample();
+  QImage icon(3, 2, QImage::Format_ARGB32), glass = icon;
+  icon.fill(0), glass.fill(qRgba(9, 9, 9, 100));
+  icon.setPixel(1, 1, qRgb(1, 2, 3));
+  Bytes gif = Gif();
+  gif[6] = 3, gif[8] = 2, gif[28] = gif[34] = gif[36] = 0;  // fills its screen, nothing see-through
+  Bytes clear_gif = gif, bmp = BmpHeader(1, 1, 32, 6), pages = Encoded(sample, "tiff");
+  clear_gif[28] = 1, bmp[10] += 16;
+  bmp = bmp + Numbers({0xFF0000, 0xFF00, 0xFF, 0xFF000000, 0x7F000000}, 4);
+  const size_t page = pages[4] | pages[5] << 8, next = page + 2 + 12 * size_t{pages[page]};
+  const Bytes second = Part(pages, page, next - page) + Bytes(4);
+  pages[next] = pages.size() & 0xFF, pages[next + 1] = static_cast<unsigned char>(pages.size() >> 8);
+  const std::tuple<const char*, Bytes, WrittenKind> cases[] = {
+      {"bmp", Encoded(sample, "bmp"), WrittenKind::Bitmap},
+      {"jpeg", Encoded(sample, "jpeg"), WrittenKind::Jpeg},
+      {"tiff", Encoded(sample, "tiff"), WrittenKind::Tiff},
+      {"icon", Encoded(icon, "ico"), WrittenKind::Icon},
+      {"gif", gif, WrittenKind::Gif},
+      {"png", Encoded(sample, "png"), WrittenKind::None},
+      {"see-through bmp", bmp, WrittenKind::None},
+      {"see-through tiff", Encoded(glass, "tiff"), WrittenKind::None},
+      {"see-through icon", Encoded(glass, "ico"), WrittenKind::None},
+      {"icon without a mask", Encoded(sample.copy(0, 0, 9, 9), "ico"), WrittenKind::None},
+      {"large icon", Encoded(icon.scaled(40, 40), "ico"), WrittenKind::None},
+      {"see-through gif", clear_gif, WrittenKind::None},
+      {"gif on a larger screen", Gif(), WrittenKind::None},
+      {"animated gif", Part(gif, 0, 50) + Part(gif, 33, gif.size() - 33), WrittenKind::None},
+      {"deep tiff", Encoded(sample.convertToFormat(QImage::Format_RGBX64), "tiff"), WrittenKind::None},
+      {"pages", pages + second, WrittenKind::None}};
+  for (const auto& [name, bytes, kind] : cases) {
+    const auto picture = DecodePicture({bytes.data(), bytes.size()}, LimitByMemory());
+    EXPECT_TRUE(picture && picture->whole_as == kind) << name;
+  }
+  EXPECT_EQ(LoadPicture(TEST_DATA "/pictures/cmyk.jpg")->file.whole_as, WrittenKind::None);
+}
+
 TEST(Pictures, OneThatWasReadAheadIsHandedOutOnce) {
   const Folder folder;
   const Bitmap red(3, 2, kRed), blue(2, 2, kBlue);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -48,6 +49,14 @@ std::string ToLower(const std::string& text);
 /// From now on a file that would outgrow what the process may write is a failed write, as on a full disk;
 /// the system would end the program instead.
 void SurviveFileSizeLimit();
+
+/// Which file, and which state of it: what another program writes has another stamp.
+struct FileStamp {
+  uint64_t device = 0, inode = 0;
+  int64_t size = -1;
+  int64_t changed_seconds = 0, changed_nanoseconds = 0;
+  friend bool operator==(const FileStamp&, const FileStamp&) = default;
+};
 
 /// How the writing of a file went. `reason` is a phrase for a person, empty where it worked.
 struct WriteResult {

@@ -30,7 +30,8 @@ class FileBytes {
     const int file = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
     if (file < 0) return;
     struct stat found = {};
-    if (::fstat(file, &found) == 0 && S_ISREG(found.st_mode) && found.st_size > 0) {
+    if (::fstat(file, &found) == 0) stamp_ = StampOf(found);
+    if (S_ISREG(found.st_mode) && found.st_size > 0) {
       Read(file, static_cast<size_t>(found.st_size));
     }
     ::close(file);
@@ -40,6 +41,7 @@ class FileBytes {
   FileBytes& operator=(const FileBytes&) = delete;
 
   ByteView View() const { return {memory_, read_}; }
+  const FileStamp& Stamp() const { return stamp_; }
 
  private:
   void Read(int file, size_t size) {
@@ -64,17 +66,21 @@ class FileBytes {
 
   unsigned char* memory_ = nullptr;
   size_t read_ = 0;
+  FileStamp stamp_;
 };
 
-std::optional<Bitmap> ReadPicture(const std::string& path) {
+std::optional<LoadedPicture> ReadPicture(const std::string& path) {
   const FileBytes bytes(path);
-  return DecodePicture(bytes.View(), LimitByMemory());
+  std::optional<DecodedPicture> picture = DecodePicture(bytes.View(), LimitByMemory());
+  if (!picture) return std::nullopt;
+  const WrittenKind kind = picture->whole_as;
+  return LoadedPicture{std::move(*picture), {bytes.Stamp(), kind}};
 }
 
 /// The picture being read ahead; nothing is shared with the thread that reads it.
 struct Ahead {
   std::string path;
-  std::future<std::optional<Bitmap>> picture;
+  std::future<std::optional<LoadedPicture>> picture;
 } ahead;
 
 }  // namespace
@@ -87,9 +93,9 @@ void ReadAhead(const std::string& path) {
   }
 }
 
-std::optional<Bitmap> LoadPicture(const std::string& path) {
+std::optional<LoadedPicture> LoadPicture(const std::string& path) {
   if (ahead.picture.valid() && ahead.path == path) {
-    if (std::optional<Bitmap> picture = std::exchange(ahead, {}).picture.get()) return picture;
+    if (std::optional<LoadedPicture> picture = std::exchange(ahead, {}).picture.get()) return picture;
   }
   return ReadPicture(path);
 }

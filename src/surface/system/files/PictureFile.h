@@ -3,16 +3,27 @@
 #include <optional>
 #include <string>
 
-#include "surface/raster/Bitmap.h"
+#include "surface/codecs/PictureDecoder.h"
 #include "surface/system/files/Files.h"
 
 namespace zelvane {
+
+/// What was read or written last: which state of the file, and the kind of file that would hold all of it.
+struct FileState {
+  FileStamp stamp;
+  WrittenKind whole_as = WrittenKind::None;
+};
+
+/// A picture and the file that it came from.
+struct LoadedPicture : Bitmap {
+  FileState file;
+};
 
 /// Reads a picture file; the bytes decide which reader, not the name. Transparent parts lie on white, an EXIF
 /// rotation is carried out, the first frame of an animation and the largest picture of an icon is taken. No
 /// value where the file is missing, damaged or cut short, of no known kind, larger than 32,767 a side, or
 /// than memory holds.
-std::optional<Bitmap> LoadPicture(const std::string& path);
+std::optional<LoadedPicture> LoadPicture(const std::string& path);
 
 /// Begins to read a picture on a thread of its own, for the next `LoadPicture` of that path to take. Where it
 /// can't be read, that call finds out for itself.

@@ -97,6 +97,10 @@ std::string DescriptorPath(int file) {
 
 }  // namespace
 
+FileStamp StampOf(const struct stat& found) {
+  return {found.st_dev, found.st_ino, found.st_size, found.st_mtim.tv_sec, found.st_mtim.tv_nsec};
+}
+
 SafeFile::SafeFile(const std::string& path) {
   FindTarget(path);
   if (!Failed()) CreateDraft();

@@ -6,7 +6,11 @@
 
 #include "surface/system/files/Files.h"
 
+struct stat;
+
 namespace zelvane {
+
+FileStamp StampOf(const struct stat& found);
 
 /// A file being written beside the one that it will replace, piece by piece. The old file stands until
 /// `Commit` has put the new one, whole and on the disk, in its place; without a commit nothing remains. The
