@@ -97,13 +97,13 @@ DeepTiff::Opacity DeepTiff::FindOpacity() const {
   return extra[0] == EXTRASAMPLE_ASSOCALPHA ? Opacity::kMultiplied : Opacity::kNone;
 }
 
-std::optional<Bitmap> DeepTiff::Read(SizeLimit limit) {
+std::optional<Bitmap> DeepTiff::Read(SizeLimit limit, ReadingWatch& watch) {
   if (in_planes_ && !limit.WithHalfAgain().Admits(width_, height_)) return std::nullopt;
   most_bytes_ = static_cast<size_t>(limit.pixels) * sizeof(Pixel);
   bitmap_ = Bitmap::Uninitialised(static_cast<int>(width_), static_cast<int>(height_));
   if (in_planes_) deep_.resize(PlaneSize() * used_);
   for (uint16_t plane = 0; plane < (in_planes_ ? used_ : 1); ++plane) {
-    if (!(TIFFIsTiled(file_) ? ReadTiles(plane) : ReadRows(plane))) return std::nullopt;
+    if (!(TIFFIsTiled(file_) ? ReadTiles(plane, watch) : ReadRows(plane, watch))) return std::nullopt;
   }
   for (uint32_t y = 0; in_planes_ && y < height_; ++y) {
     Mix(deep_.data() + size_t{width_} * y, PlaneSize(), 1, bitmap_.WritableRow(static_cast<int>(y)), width_);
@@ -111,17 +111,23 @@ std::optional<Bitmap> DeepTiff::Read(SizeLimit limit) {
   return std::move(bitmap_);
 }
 
-bool DeepTiff::ReadRows(uint16_t plane) {
+bool DeepTiff::GoesOn(uint32_t y, uint16_t plane, ReadingWatch& watch) const {
+  const int64_t planes = in_planes_ ? used_ : 1;
+  return watch.GoOn(int64_t{height_} * plane + y, height_ * planes);
+}
+
+bool DeepTiff::ReadRows(uint16_t plane, ReadingWatch& watch) {
   std::vector<unsigned char> row(size_t{width_} * (in_planes_ ? 1 : samples_) * (bits_ / 8));
   if (TIFFScanlineSize64(file_) != row.size()) return false;
   for (uint32_t y = 0; y < height_; ++y) {
+    if (!GoesOn(y, plane, watch)) return false;
     if (TIFFReadScanline(file_, row.data(), y, plane) < 0) return false;
     Put(row.data(), 0, y, width_, plane);
   }
   return true;
 }
 
-bool DeepTiff::ReadTiles(uint16_t plane) {
+bool DeepTiff::ReadTiles(uint16_t plane, ReadingWatch& watch) {
   uint32_t tile_width = 0, tile_height = 0;
   TIFFGetField(file_, TIFFTAG_TILEWIDTH, &tile_width);
   TIFFGetField(file_, TIFFTAG_TILELENGTH, &tile_height);
@@ -130,6 +136,7 @@ bool DeepTiff::ReadTiles(uint16_t plane) {
   if (needed == 0 || row_size != needed || size < row_size * tile_height || size > most_bytes_) return false;
   std::vector<unsigned char> tile(size);
   for (uint32_t top = 0; top < height_; top += tile_height) {
+    if (!GoesOn(top, plane, watch)) return false;
     for (uint32_t left = 0; left < width_; left += tile_width) {
       if (TIFFReadTile(file_, tile.data(), left, top, 0, plane) < 0) return false;
       const uint32_t rows = std::min(tile_height, height_ - top),

@@ -19,21 +19,23 @@ class DeepTiff {
 
   /// Whether the page is of that kind.
   bool IsKnown() const;
-  /// As the page is stored, on white. No value where the data is damaged or memory doesn't suffice.
-  std::optional<Bitmap> Read(SizeLimit limit);
+  /// As the page is stored, on white. No value where the data is damaged, memory doesn't suffice, or nobody
+  /// waits for it.
+  std::optional<Bitmap> Read(SizeLimit limit, ReadingWatch& watch);
 
  private:
   enum class Opacity { kNone, kBeside, kMultiplied };
   using Samples = std::vector<uint16_t>;
 
   Opacity FindOpacity() const;
-  bool ReadRows(uint16_t plane);
-  bool ReadTiles(uint16_t plane);
+  bool ReadRows(uint16_t plane, ReadingWatch& watch);
+  bool ReadTiles(uint16_t plane, ReadingWatch& watch);
   /// A run of pixels as the file has them, of all samples or of one plane of them.
   void Put(const unsigned char* from, uint32_t x, uint32_t y, uint32_t count, uint16_t plane);
   void Mix(const uint16_t* sample, size_t to_next_sample, size_t to_next_pixel, Pixel* to,
            uint32_t count) const;
   Pixel Mixed(const uint16_t* sample, size_t to_next_sample) const;
+  bool GoesOn(uint32_t y, uint16_t plane, ReadingWatch& watch) const;
   size_t PlaneSize() const { return size_t{width_} * height_; }
 
   TIFF* file_;

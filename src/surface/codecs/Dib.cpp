@@ -50,7 +50,6 @@ void ReadMasks(DibHeader& header, ByteView dib, uint32_t header_size) {
 }
 
 void ReadPalette(DibHeader& header, ByteView dib, uint32_t header_size) {
-  header.palette.fill(kOpaque);
   if (header.depth > 8) return;
   const uint32_t all = 1u << header.depth;
   uint32_t used = header_size >= kInfoHeader ? dib.Little32(32) : 0;
@@ -60,6 +59,7 @@ void ReadPalette(DibHeader& header, ByteView dib, uint32_t header_size) {
     const uint64_t at = header.end + i * entry;
     header.palette[i] = kOpaque | dib.At(at + 2) << 16 | dib.At(at + 1) << 8 | dib.At(at);
   }
+  header.colours = used;
   header.end += used * entry;
 }
 
@@ -100,13 +100,18 @@ void ReadRow32(const DibHeader& header, const unsigned char* from, Pixel* to) {
   }
 }
 
-void ReadRowIndexed(const DibHeader& header, const unsigned char* from, Pixel* to) {
+/// False where a colour isn't in the palette.
+bool ReadRowIndexed(const DibHeader& header, const unsigned char* from, Pixel* to) {
   const uint32_t depth = header.depth;
   const uint32_t mask = (1u << depth) - 1;
+  uint32_t largest = 0;
   for (uint32_t x = 0; x < header.width; ++x) {
     const uint32_t bit = x * depth;
-    to[x] = header.palette[from[bit / 8] >> (8 - depth - bit % 8) & mask];
+    const uint32_t index = from[bit / 8] >> (8 - depth - bit % 8) & mask;
+    largest = std::max(largest, index);
+    to[x] = header.palette[index];
   }
+  return largest < header.colours;
 }
 
 /// Every value of a 16-bit pixel.
@@ -116,13 +121,14 @@ std::vector<uint32_t> TableFor16(const DibHeader& header) {
   return table;
 }
 
-std::optional<Bitmap> ReadPlain(const DibHeader& header, ByteView data) {
+std::optional<Bitmap> ReadPlain(const DibHeader& header, ByteView data, ReadingWatch& watch) {
   const uint64_t rows = static_cast<uint64_t>(header.height);
   if (!data.Has(0, header.Stride() * (rows - 1) + header.RowBytes())) return std::nullopt;
   const int width = static_cast<int>(header.width), height = static_cast<int>(header.height);
   Bitmap bitmap = Bitmap::Uninitialised(width, height);
   const std::vector<uint32_t> table = TableFor16(header);
   for (int i = 0; i < height; ++i) {
+    if (!watch.GoOn(i, height)) return std::nullopt;
     const unsigned char* from = data.Data() + header.Stride() * static_cast<uint64_t>(i);
     Pixel* to = bitmap.WritableRow(header.top_down ? i : height - 1 - i);
     if (header.depth == 24) {
@@ -131,30 +137,32 @@ std::optional<Bitmap> ReadPlain(const DibHeader& header, ByteView data) {
       ReadRow32(header, from, to);
     } else if (header.depth == 16) {
       for (int x = 0; x < width; ++x) to[x] = table[from[2 * x] | uint32_t{from[2 * x + 1]} << 8];
-    } else {
-      ReadRowIndexed(header, from, to);
+    } else if (!ReadRowIndexed(header, from, to)) {
+      return std::nullopt;
     }
   }
   return bitmap;
 }
 
-/// Run lengths: pairs of a count and a colour; after a count of 0 an escape.
+/// Run lengths: pairs of a count and a colour; after a count of 0 an escape. What is jumped over has the
+/// first colour.
 class RunReader {
  public:
-  RunReader(const DibHeader& header, ByteView data)
+  RunReader(const DibHeader& header, ByteView data, ReadingWatch& watch)
       : header_(header),
         data_(data),
-        bitmap_(static_cast<int>(header.width), static_cast<int>(header.height), header.palette[0]) {}
+        watch_(watch),
+        bitmap_(Bitmap::Uninitialised(static_cast<int>(header.width), static_cast<int>(header.height))) {}
 
-  /// No value where the data ends before the picture does.
+  /// No value where the data ends before the last row, or a fault in it leaves pixels unset.
   std::optional<Bitmap> Read() {
-    while (data_.Has(at_, 2)) {
+    while (data_.Has(at_, 2) && watch_.GoOn(y_, header_.height)) {
       const uint32_t count = data_.At(at_), value = data_.At(at_ + 1);
       at_ += 2;
       if (count > 0) {
         for (uint32_t i = 0; i < count; ++i) Put(Index(value, i));
       } else if (value == 1) {
-        return std::move(bitmap_);
+        return Finished();
       } else if (!Escape(value)) {
         return std::nullopt;
       }
@@ -162,10 +170,16 @@ class RunReader {
     // Some writers leave the mark of the end away.
     const bool last_row_full = y_ == header_.height - 1 && x_ >= header_.width;
     if (y_ < header_.height && !last_row_full) return std::nullopt;
-    return std::move(bitmap_);
+    return Finished();
   }
 
  private:
+  std::optional<Bitmap> Finished() {
+    const bool missing = set_ < header_.width * header_.height;
+    if (y_ < header_.height - 1 || (faulty_ && missing)) return std::nullopt;
+    BeginRows(header_.height);
+    return std::move(bitmap_);
+  }
   /// The end of a row, a jump, or colours one by one, which fill whole words. False where the data is short.
   bool Escape(uint32_t value) {
     if (value == 0) {
@@ -190,17 +204,32 @@ class RunReader {
     return i % 2 == 0 ? value >> 4 : value & 0x0F;
   }
   void Put(uint32_t index) {
-    if (x_ < header_.width && y_ < header_.height) {
-      bitmap_.WritableRow(static_cast<int>(header_.height - 1 - y_))[x_] = header_.palette[index];
+    if (x_ < header_.width && y_ < header_.height && index < header_.colours) {
+      if (begun_ <= y_) BeginRows(y_ + 1);
+      row_[x_] = header_.palette[index];
+      ++set_;
+    } else {
+      faulty_ = true;
     }
     ++x_;
+  }
+  /// Rows are filled when they're reached, not before the data has proved that there are any.
+  void BeginRows(int64_t end) {
+    for (; begun_ < end; ++begun_) {
+      row_ = bitmap_.WritableRow(static_cast<int>(header_.height - 1 - begun_));
+      std::fill_n(row_, header_.width, header_.palette[0]);
+    }
   }
 
   const DibHeader& header_;
   ByteView data_;
+  ReadingWatch& watch_;
   Bitmap bitmap_;
+  Pixel* row_ = nullptr;  // the last one begun
   uint64_t at_ = 0;
-  int64_t x_ = 0, y_ = 0;  // from the left and from the bottom
+  int64_t x_ = 0, y_ = 0, begun_ = 0;  // from the left and from the bottom; rows
+  int64_t set_ = 0;
+  bool faulty_ = false;
 };
 
 }  // namespace
@@ -231,9 +260,9 @@ std::optional<DibHeader> ReadDibHeader(ByteView dib) {
   return header;
 }
 
-std::optional<Bitmap> ReadDibPixels(const DibHeader& header, ByteView data) {
+std::optional<Bitmap> ReadDibPixels(const DibHeader& header, ByteView data, ReadingWatch& watch) {
   const bool runs = header.compression == kRle8 || header.compression == kRle4;
-  return runs ? RunReader(header, data).Read() : ReadPlain(header, data);
+  return runs ? RunReader(header, data, watch).Read() : ReadPlain(header, data, watch);
 }
 
 }  // namespace zelvane

@@ -17,8 +17,9 @@ struct DibHeader {
   uint32_t compression = 0;
   /// Red, green, blue, alpha; for depths of 16 and 32.
   std::array<uint32_t, 4> masks{};
-  /// For depths up to 8; an index beyond the colours of the file is black.
+  /// For depths up to 8, and how many colours the file has.
   std::array<Pixel, 256> palette{};
+  uint32_t colours = 0;
   /// Where the header, its masks and its palette end.
   uint64_t end = 0;
 
@@ -31,7 +32,8 @@ struct DibHeader {
 /// header is of no known kind.
 std::optional<DibHeader> ReadDibHeader(ByteView dib);
 
-/// The pixels at the beginning of `data`, their opacity in the top byte (0xFF without a mask for it).
-std::optional<Bitmap> ReadDibPixels(const DibHeader& header, ByteView data);
+/// The pixels at the beginning of `data`, their opacity in the top byte (0xFF without a mask for it). No
+/// value where any are missing, also for want of their colour.
+std::optional<Bitmap> ReadDibPixels(const DibHeader& header, ByteView data, ReadingWatch& watch);
 
 }  // namespace zelvane

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <array>
+#include <memory>
 #include <vector>
 
 #include "surface/codecs/PictureDecoder.h"
@@ -23,7 +24,7 @@ struct Frame {
   int transparent = kNoTransparency;
   Palette palette;
   uint32_t code_size = 0;
-  bool followed = false;  // by another image
+  bool alone = false;  // nothing but the mark of the end follows
   std::vector<unsigned char> data;
 };
 
@@ -50,30 +51,30 @@ class Blocks {
     at_ = 13 + uint64_t{3} * count;
   }
 
-  /// No value where there is no image, or any block isn't whole.
+  /// No value where there is no image, or a block before it isn't whole.
   std::optional<Frame> FirstFrame() {
-    std::optional<Frame> frame;
     while (at_ < bytes_.Size()) {
       const uint32_t kind = bytes_.At(at_++);
-      if (kind == 0x3B) return frame;
       if (kind == 0) continue;  // filling between blocks, which some writers leave
       if (kind == 0x2C) {
-        Frame next;
-        if (!ReadImage(next)) return std::nullopt;
-        if (frame)
-          frame->followed = true;
-        else
-          frame = std::move(next);
-      } else if (kind == 0x21) {
-        if (!ReadExtension()) return std::nullopt;
-      } else {
-        break;
+        Frame frame = ReadImage();
+        frame.alone = EndsHere();
+        return frame;
       }
+      if (kind != 0x21 || !ReadExtension()) break;
     }
-    return frame;
+    return std::nullopt;
   }
 
  private:
+  bool EndsHere() {
+    while (at_ < bytes_.Size()) {
+      const uint32_t kind = bytes_.At(at_++);
+      if (kind == 0x3B) return true;
+      if (kind != 0 && (kind != 0x21 || !ReadExtension())) return false;
+    }
+    return false;
+  }
   /// Appends a chain of sub-blocks to `data`, where there is one. False where the chain has no end.
   bool ReadChain(std::vector<unsigned char>* data) {
     while (bytes_.Has(at_, 1)) {
@@ -92,7 +93,9 @@ class Blocks {
     }
     return ReadChain(nullptr);
   }
-  bool ReadImage(Frame& frame) {
+  /// Whether its data suffices shows when it's unpacked.
+  Frame ReadImage() {
+    Frame frame;
     frame.left = bytes_.Little16(at_);
     frame.top = bytes_.Little16(at_ + 2);
     frame.width = bytes_.Little16(at_ + 4);
@@ -105,7 +108,8 @@ class Blocks {
     frame.interlaced = packed & 0x40;
     frame.transparent = transparent_;
     frame.code_size = bytes_.At(at_++);
-    return ReadChain(&frame.data);
+    ReadChain(&frame.data);
+    return frame;
   }
 
   ByteView bytes_;
@@ -119,8 +123,9 @@ class CodeReader {
  public:
   explicit CodeReader(const Frame& frame) : data_(frame.data), root_size_(frame.code_size) {}
 
-  /// Puts `count` colour indices into `out`; false where the data holds fewer or breaks its rules.
-  bool Unpack(unsigned char* out, size_t count) {
+  /// Puts `count` colour indices into `out`; false where the data holds fewer or breaks its rules, or nobody
+  /// waits for them.
+  bool Unpack(unsigned char* out, size_t count, ReadingWatch& watch) {
     const uint32_t clear = 1u << root_size_, end = clear + 1;
     for (uint32_t i = 0; i < clear; ++i) {
       suffix_[i] = static_cast<unsigned char>(i);
@@ -130,6 +135,7 @@ class CodeReader {
     Restart();
     uint32_t code = 0;
     while (done < count && Next(code)) {
+      if (!watch.GoOn(static_cast<int64_t>(done), static_cast<int64_t>(count))) return false;
       if (code == clear) {
         Restart();
         continue;
@@ -208,7 +214,7 @@ std::vector<uint32_t> RowOrder(const Frame& frame) {
 
 }  // namespace
 
-std::optional<DecodedPicture> DecodeGif(ByteView bytes, SizeLimit limit) {
+std::optional<DecodedPicture> DecodeGif(ByteView bytes, SizeLimit limit, ReadingWatch& watch) {
   const std::optional<Frame> frame = Blocks(bytes).FirstFrame();
   if (!frame || frame->code_size < 1 || frame->code_size > 8) return std::nullopt;
   const uint32_t width = std::max(bytes.Little16(6), frame->left + frame->width);
@@ -218,17 +224,18 @@ std::optional<DecodedPicture> DecodeGif(ByteView bytes, SizeLimit limit) {
   // A code stands for 4,096 pixels at most, so a small file can't make us take much memory.
   const size_t count = size_t{frame->width} * frame->height;
   if (count / kLargestCode > frame->data.size() * 8 / (frame->code_size + 1)) return std::nullopt;
-  std::vector<unsigned char> indices(count);
-  if (!CodeReader(*frame).Unpack(indices.data(), count)) return std::nullopt;
+  const auto indices = std::make_unique_for_overwrite<unsigned char[]>(count);
+  if (!CodeReader(*frame).Unpack(indices.get(), count, watch)) return std::nullopt;
 
   Bitmap bitmap(static_cast<int>(width), static_cast<int>(height), kWhitePixel);
   Palette palette = frame->palette;
-  bool whole = !frame->followed && frame->width == width && frame->height == height;
+  bool whole = frame->alone && frame->width == width && frame->height == height;
   if (frame->transparent != kNoTransparency) {
     palette.colors[static_cast<size_t>(frame->transparent)] = kWhitePixel;
-    whole = whole && std::find(indices.begin(), indices.end(), frame->transparent) == indices.end();
+    whole =
+        whole && std::find(indices.get(), indices.get() + count, frame->transparent) == indices.get() + count;
   }
-  const unsigned char* from = indices.data();
+  const unsigned char* from = indices.get();
   for (const uint32_t y : RowOrder(*frame)) {
     Pixel* to = bitmap.WritableRow(static_cast<int>(frame->top + y)) + frame->left;
     for (uint32_t x = 0; x < frame->width; ++x) to[x] = palette.colors[*from++];

@@ -63,14 +63,14 @@ bool IsWrittenAlike(const Bitmap& bitmap) {
 
 /// A bitmap of twice the height: the colours, above them a mask. Opacity in the colours counts more than the
 /// mask, but for old writers that leave it at zero everywhere.
-std::optional<DecodedPicture> DecodeEntry(ByteView picture, SizeLimit limit) {
+std::optional<DecodedPicture> DecodeEntry(ByteView picture, SizeLimit limit, ReadingWatch& watch) {
   auto header = ReadDibHeader(picture);
   if (!header) return std::nullopt;
   header->height /= 2;
   if (!limit.Admits(header->width, header->height) || header->top_down) return std::nullopt;
   if (header->depth == 32) header->masks[3] = 0xFF000000u;
   const ByteView data = picture.From(header->end);
-  auto bitmap = ReadDibPixels(*header, data);
+  auto bitmap = ReadDibPixels(*header, data, watch);
   if (!bitmap) return std::nullopt;
   if (header->depth < 32 || !HasOpacity(*bitmap)) {
     const auto rows = static_cast<uint64_t>(header->height);
@@ -86,7 +86,7 @@ std::optional<DecodedPicture> DecodeEntry(ByteView picture, SizeLimit limit) {
 
 }  // namespace
 
-std::optional<DecodedPicture> DecodeIcon(ByteView bytes, SizeLimit limit) {
+std::optional<DecodedPicture> DecodeIcon(ByteView bytes, SizeLimit limit, ReadingWatch& watch) {
   constexpr uint64_t kDirectory = 6, kEntry = 16;
   const uint32_t count = bytes.Little16(4);
   if (!bytes.Has(kDirectory, count * kEntry)) return std::nullopt;
@@ -103,7 +103,7 @@ std::optional<DecodedPicture> DecodeIcon(ByteView bytes, SizeLimit limit) {
     }
   }
   if (best.Size() == 0) return std::nullopt;
-  auto picture = IsPng(best) ? DecodePng(best, limit) : DecodeEntry(best, limit);
+  auto picture = IsPng(best) ? DecodePng(best, limit, watch) : DecodeEntry(best, limit, watch);
   if (picture && count > 1) picture->whole_as = WrittenKind::None;
   return picture;
 }

@@ -19,7 +19,8 @@ namespace {
 /// to be destroyed lives in this object.
 class JpegRun {
  public:
-  JpegRun(ByteView bytes, SizeLimit limit) : limit_(limit) {
+  JpegRun(ByteView bytes, SizeLimit limit, ReadingWatch& watch)
+      : bytes_(bytes), limit_(limit), watch_(watch) {
     library_.err = jpeg_std_error(&errors_);
     errors_.error_exit = OnError;
     errors_.emit_message = OnMessage;
@@ -33,12 +34,12 @@ class JpegRun {
   JpegRun(const JpegRun&) = delete;
   JpegRun& operator=(const JpegRun&) = delete;
 
-  /// False where the data is damaged or the picture larger than admitted.
+  /// False where the data is damaged, the picture larger than admitted, or nobody waits for it.
   bool Read() {
     if (!created_ || setjmp(on_error_)) return false;
     jpeg_save_markers(&library_, kNotes, kLongestSegment);
     jpeg_read_header(&library_, TRUE);
-    if (!IsAdmitted() || !ChooseColours()) return false;
+    if (!IsAdmitted() || !CanFill() || !ChooseColours()) return false;
     orientation_ = ReadOrientation();  // the end of decoding lets the notes go
     progress_.progress_monitor = OnProgress;
     library_.progress = &progress_;
@@ -77,16 +78,43 @@ class JpegRun {
         return false;
     }
   }
-  /// A file of a few bytes can ask for the whole picture to be gone over again and again.
+  /// A file of a few bytes can ask for the whole picture to be gone over again and again: an honest one does
+  /// so once for each colour, or ten to thirty times where it grows finer.
   static void OnProgress(j_common_ptr library) {
-    constexpr int kMostScans = 500;
-    if (reinterpret_cast<j_decompress_ptr>(library)->input_scan_number > kMostScans) OnError(library);
+    constexpr int kMostFinerScans = 64;
+    auto& run = RunOf(library);
+    const jpeg_decompress_struct& state = run.library_;
+    const int most = state.progressive_mode ? kMostFinerScans : state.num_components;
+    if (state.input_scan_number > most || !run.GoesOn()) OnError(library);
+  }
+  /// Where there are several scans, all are read before the first row comes out.
+  bool GoesOn() {
+    const auto size = static_cast<int64_t>(bytes_.Size()), rows = int64_t{library_.output_height};
+    if (!jpeg_has_multiple_scans(&library_)) return watch_.GoOn(library_.output_scanline, rows);
+    const int64_t read = size - static_cast<int64_t>(library_.src->bytes_in_buffer);
+    return watch_.GoOn(read * rows + library_.output_scanline * size, 2 * size * rows);
   }
 
-  /// In several scans a picture is held in coefficients first, of two bytes a sample.
+  /// In several scans a picture is held in coefficients first, of two bytes each.
   bool IsAdmitted() {
-    const SizeLimit limit = jpeg_has_multiple_scans(&library_) ? limit_.WithHalfAgain() : limit_;
-    return limit.Admits(library_.image_width, library_.image_height);
+    constexpr int64_t kBlock = 2 * DCTSIZE2;
+    const int64_t held = jpeg_has_multiple_scans(&library_) ? Blocks() * kBlock : 0;
+    const int64_t pixels = int64_t{library_.image_width} * library_.image_height;
+    return limit_.Admits(library_.image_width, library_.image_height) &&
+           held + pixels * int64_t{sizeof(Pixel)} <= limit_.Bytes();
+  }
+  int64_t Blocks() const {
+    int64_t blocks = 0;
+    for (int i = 0; i < library_.num_components; ++i) {
+      blocks += int64_t{library_.comp_info[i].width_in_blocks} * library_.comp_info[i].height_in_blocks;
+    }
+    return blocks;
+  }
+  /// A block takes a bit for its mean and, unless finer scans may follow, one for the rest; arithmetic coding
+  /// knows no such floor.
+  bool CanFill() const {
+    const int64_t bits = Blocks() * (library_.progressive_mode ? 1 : 2);
+    return library_.arith_code || static_cast<int64_t>(bytes_.Size()) >= bits / 8;
   }
   /// The library writes our pixels, opaque ones, but for inks.
   bool ChooseColours() {
@@ -133,7 +161,9 @@ class JpegRun {
     return 1;
   }
 
+  ByteView bytes_;
   SizeLimit limit_;
+  ReadingWatch& watch_;
   Bitmap bitmap_;
   uint32_t orientation_ = 1;
   jpeg_decompress_struct library_{};
@@ -145,8 +175,8 @@ class JpegRun {
 
 }  // namespace
 
-std::optional<DecodedPicture> DecodeJpeg(ByteView bytes, SizeLimit limit) {
-  JpegRun run(bytes, limit);
+std::optional<DecodedPicture> DecodeJpeg(ByteView bytes, SizeLimit limit, ReadingWatch& watch) {
+  JpegRun run(bytes, limit, watch);
   if (!run.Read()) return std::nullopt;
   return DecodedPicture(run.TakePicture(), run.IsOfInks() ? WrittenKind::None : WrittenKind::Jpeg);
 }

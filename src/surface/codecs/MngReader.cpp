@@ -97,10 +97,10 @@ class LayerSearch {
   int64_t left_ = 0, top_ = 0;
 };
 
-std::optional<Bitmap> DecodeAsPng(const Layer& layer, SizeLimit limit) {
+std::optional<Bitmap> DecodeAsPng(const Layer& layer, SizeLimit limit, ReadingWatch& watch) {
   Bytes bytes(std::begin(kSignature), std::end(kSignature));
   for (const Chunk& chunk : layer.chunks) Append(bytes, chunk.whole);
-  return DecodePng(ViewOf(bytes), limit);
+  return DecodePng(ViewOf(bytes), limit, watch);
 }
 
 Bytes DataOf(const Layer& layer, uint32_t name) {
@@ -113,10 +113,10 @@ Bytes DataOf(const Layer& layer, uint32_t name) {
 }
 
 /// The opacity of a JPEG, itself a grey JPEG or PNG.
-std::optional<Bitmap> DecodeOpacity(const Layer& layer, SizeLimit limit) {
+std::optional<Bitmap> DecodeOpacity(const Layer& layer, SizeLimit limit, ReadingWatch& watch) {
   constexpr uint32_t kAsJpeg = 8;
   const ByteView header = layer.chunks.front().data;
-  if (header.At(13) == kAsJpeg) return DecodeJpeg(ViewOf(DataOf(layer, ChunkName("JDAA"))), limit);
+  if (header.At(13) == kAsJpeg) return DecodeJpeg(ViewOf(DataOf(layer, ChunkName("JDAA"))), limit, watch);
   Bytes grey(header.Data(), header.Data() + 8);
   const unsigned char rest[] = {static_cast<unsigned char>(header.At(12)), 0, 0, 0,
                                 static_cast<unsigned char>(header.At(15))};
@@ -127,18 +127,18 @@ std::optional<Bitmap> DecodeOpacity(const Layer& layer, SizeLimit limit) {
     if (chunk.name == ChunkName("IDAT")) Append(bytes, chunk.whole);
   }
   AppendChunk(bytes, ChunkName("IEND"), {});
-  return DecodePng(ViewOf(bytes), limit);
+  return DecodePng(ViewOf(bytes), limit, watch);
 }
 
-std::optional<Bitmap> DecodeAsJpeg(const Layer& layer, SizeLimit limit) {
+std::optional<Bitmap> DecodeAsJpeg(const Layer& layer, SizeLimit limit, ReadingWatch& watch) {
   const ByteView header = layer.chunks.front().data;
   const uint32_t kind = header.At(8);
   if (header.Size() < 16 || !limit.Admits(header.Big32(0), header.Big32(4))) return std::nullopt;
   const Bytes data = DataOf(layer, ChunkName("JDAT"));
   if (!ViewOf(data).StartsWith("\xFF\xD8", 2)) return std::nullopt;
-  std::optional<Bitmap> bitmap = DecodeJpeg(ViewOf(data), limit);
+  std::optional<Bitmap> bitmap = DecodeJpeg(ViewOf(data), limit, watch);
   if (!bitmap || kind == 8 || kind == 10) return bitmap;  // grey or colour without opacity
-  const std::optional<Bitmap> opacity = DecodeOpacity(layer, limit);
+  const std::optional<Bitmap> opacity = DecodeOpacity(layer, limit, watch);
   if (!opacity || opacity->Width() != bitmap->Width() || opacity->Height() != bitmap->Height()) {
     return std::nullopt;
   }
@@ -166,7 +166,7 @@ Bitmap PutOnCanvas(const Bitmap& picture, const Layer& layer, int width, int hei
 
 }  // namespace
 
-std::optional<DecodedPicture> DecodeMng(ByteView bytes, SizeLimit limit) {
+std::optional<DecodedPicture> DecodeMng(ByteView bytes, SizeLimit limit, ReadingWatch& watch) {
   const std::vector<Chunk> chunks = ChunksOf(bytes, ChunkName("MEND"));
   if (chunks.empty() || chunks.front().name != ChunkName("MHDR")) return std::nullopt;
   const ByteView header = chunks.front().data;
@@ -174,7 +174,8 @@ std::optional<DecodedPicture> DecodeMng(ByteView bytes, SizeLimit limit) {
   const std::optional<Layer> layer = LayerSearch(chunks).Find();
   if (!layer) return std::nullopt;
   const bool png = layer->chunks.front().name == ChunkName("IHDR");
-  std::optional<Bitmap> picture = png ? DecodeAsPng(*layer, limit) : DecodeAsJpeg(*layer, limit);
+  std::optional<Bitmap> picture =
+      png ? DecodeAsPng(*layer, limit, watch) : DecodeAsJpeg(*layer, limit, watch);
   if (!picture) return std::nullopt;
   const int width = static_cast<int>(header.Big32(0)), height = static_cast<int>(header.Big32(4));
   const bool fills =

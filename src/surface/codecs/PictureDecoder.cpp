@@ -8,9 +8,7 @@ namespace zelvane {
 
 namespace {
 
-constexpr int64_t kBytesPerPixel = 4;
-
-using Reader = std::optional<DecodedPicture> (*)(ByteView, SizeLimit);
+using Reader = std::optional<DecodedPicture> (*)(ByteView, SizeLimit, ReadingWatch&);
 
 bool LooksLikeXbm(ByteView start) {
   size_t at = 0;
@@ -35,18 +33,18 @@ Reader ReaderFor(ByteView start) {
 }  // namespace
 
 SizeLimit LimitByMemory() {
-  return {AvailableMemory() / (2 * kBytesPerPixel)};
+  return {AvailableMemory() / (2 * int64_t{sizeof(Pixel)})};
 }
 
 bool LooksLikePicture(ByteView start) {
   return ReaderFor(start) != nullptr;
 }
 
-std::optional<DecodedPicture> DecodePicture(ByteView bytes, SizeLimit limit) {
+std::optional<DecodedPicture> DecodePicture(ByteView bytes, SizeLimit limit, ReadingWatch& watch) {
   const Reader read = ReaderFor(bytes.Part(0, kPictureStart));
   if (!read) return std::nullopt;
   try {
-    return read(bytes, limit);
+    return read(bytes, limit, watch);
   } catch (const SurfaceTooLarge&) {
     return std::nullopt;
   } catch (const std::bad_alloc&) {

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "surface/codecs/ByteView.h"
+#include "surface/codecs/ReadingWatch.h"
 #include "surface/raster/Bitmap.h"
 
 /// Pictures out of the bytes of a file, one reader a kind. What a header claims is checked before anything is
@@ -18,6 +19,8 @@ struct SizeLimit {
 
   /// For a reader that needs half as much memory again while it works.
   SizeLimit WithHalfAgain() const { return {pixels - pixels / 3}; }
+  /// What the picture and its copy may take together, in bytes.
+  int64_t Bytes() const { return pixels * 2 * int64_t{sizeof(Pixel)}; }
   bool Admits(int64_t width, int64_t height) const {
     return width > 0 && height > 0 && width <= kLargestSide && height <= kLargestSide &&
            width * height <= pixels;
@@ -43,17 +46,22 @@ struct DecodedPicture : Bitmap {
   WrittenKind whole_as;
 };
 
-/// No value where the bytes are no whole picture of a known kind, or one that the limit doesn't admit.
-std::optional<DecodedPicture> DecodePicture(ByteView bytes, SizeLimit limit);
+/// No value where the bytes are no whole picture of a known kind, or one that the limit doesn't admit, or
+/// where the watch stopped it.
+std::optional<DecodedPicture> DecodePicture(ByteView bytes, SizeLimit limit, ReadingWatch& watch);
+inline std::optional<DecodedPicture> DecodePicture(ByteView bytes, SizeLimit limit) {
+  ReadingWatch nobody;
+  return DecodePicture(bytes, limit, nobody);
+}
 
 /// The readers. Each trusts that the first bytes are those of its kind.
-std::optional<DecodedPicture> DecodeBmp(ByteView bytes, SizeLimit limit);
-std::optional<DecodedPicture> DecodeGif(ByteView bytes, SizeLimit limit);
-std::optional<DecodedPicture> DecodeIcon(ByteView bytes, SizeLimit limit);
-std::optional<DecodedPicture> DecodeJpeg(ByteView bytes, SizeLimit limit);
-std::optional<DecodedPicture> DecodeMng(ByteView bytes, SizeLimit limit);
-std::optional<DecodedPicture> DecodePng(ByteView bytes, SizeLimit limit);
-std::optional<DecodedPicture> DecodeTiff(ByteView bytes, SizeLimit limit);
-std::optional<DecodedPicture> DecodeXbm(ByteView bytes, SizeLimit limit);
+std::optional<DecodedPicture> DecodeBmp(ByteView bytes, SizeLimit limit, ReadingWatch& watch);
+std::optional<DecodedPicture> DecodeGif(ByteView bytes, SizeLimit limit, ReadingWatch& watch);
+std::optional<DecodedPicture> DecodeIcon(ByteView bytes, SizeLimit limit, ReadingWatch& watch);
+std::optional<DecodedPicture> DecodeJpeg(ByteView bytes, SizeLimit limit, ReadingWatch& watch);
+std::optional<DecodedPicture> DecodeMng(ByteView bytes, SizeLimit limit, ReadingWatch& watch);
+std::optional<DecodedPicture> DecodePng(ByteView bytes, SizeLimit limit, ReadingWatch& watch);
+std::optional<DecodedPicture> DecodeTiff(ByteView bytes, SizeLimit limit, ReadingWatch& watch);
+std::optional<DecodedPicture> DecodeXbm(ByteView bytes, SizeLimit limit, ReadingWatch& watch);
 
 }  // namespace zelvane

@@ -1,5 +1,7 @@
 #include <png.h>
 
+#include <algorithm>
+#include <array>
 #include <cstring>
 
 #include "surface/codecs/Flatten.h"
@@ -14,7 +16,8 @@ namespace {
 /// to be destroyed lives in this object.
 class PngRun {
  public:
-  PngRun(ByteView bytes, Bitmap& bitmap) : bytes_(bytes), bitmap_(bitmap) {
+  PngRun(ByteView bytes, Bitmap& bitmap, ReadingWatch& watch)
+      : bytes_(bytes), bitmap_(bitmap), watch_(watch) {
     png_ = png_create_read_struct(PNG_LIBPNG_VER_STRING, nullptr, OnError, OnWarning);
     info_ = png_ ? png_create_info_struct(png_) : nullptr;
   }
@@ -22,22 +25,18 @@ class PngRun {
   PngRun(const PngRun&) = delete;
   PngRun& operator=(const PngRun&) = delete;
 
-  /// Fills the bitmap, of the picture's size; false where the data is damaged.
+  /// Fills the bitmap, of the picture's size; false where the data is damaged or nobody waits for it.
   bool Read() {
     if (!info_ || setjmp(png_jmpbuf(png_))) return false;
     png_set_read_fn(png_, this, OnRead);
+    // Texts, profiles and the like would be unpacked and kept.
+    constexpr int kAllThatCanBe = -1;
+    png_set_keep_unknown_chunks(png_, PNG_HANDLE_CHUNK_NEVER, nullptr, kAllThatCanBe);
     png_read_info(png_, info_);
-    // Palettes, greys and transparent colours become colours, and opacity where there is any.
-    png_set_expand(png_);
-    png_set_gray_to_rgb(png_);
-    passes_ = png_set_interlace_handling(png_);
-    deep_ = png_get_bit_depth(png_, info_) == 16;
-    clear_ = (png_get_color_type(png_, info_) & PNG_COLOR_MASK_ALPHA) != 0 ||
-             png_get_valid(png_, info_, PNG_INFO_tRNS) != 0;
-    if (!deep_) png_set_bgr(png_);
-    if (!clear_) png_set_filler(png_, 0xFFFF, PNG_FILLER_AFTER);
+    ChooseForm();
     png_read_update_info(png_, info_);
-    ReadRows();
+    const bool interlaced = png_get_interlace_type(png_, info_) != PNG_INTERLACE_NONE;
+    if (!(interlaced ? ReadPasses() : ReadRows())) return false;
     png_read_end(png_, nullptr);
     return true;
   }
@@ -52,28 +51,59 @@ class PngRun {
     run.at_ += count;
   }
 
-  /// Rows of 8 bits a channel are the bitmap's own; others need room, all of them where each pass of an
-  /// interlaced picture adds to all. A row is finished as soon as it's whole, while it's in the cache.
-  void ReadRows() {
-    const size_t row_size = static_cast<size_t>(bitmap_.Width()) * kDeepPixel;
-    if (deep_) channels_.resize(row_size * (passes_ == 1 ? 1 : static_cast<size_t>(bitmap_.Height())));
-    for (int pass = 1; pass <= passes_; ++pass) {
-      for (int y = 0; y < bitmap_.Height(); ++y) {
-        Pixel* row = bitmap_.WritableRow(y);
-        unsigned char* deep_row =
-            deep_ ? channels_.data() + (passes_ == 1 ? 0 : row_size * static_cast<size_t>(y)) : nullptr;
-        png_read_row(png_, deep_ ? deep_row : reinterpret_cast<png_bytep>(row), nullptr);
-        if (pass < passes_) continue;
-        if (deep_) {
-          FinishDeep(deep_row, row);
-        } else if (clear_) {
-          FlattenOnWhite(row, bitmap_.Width());
-        }
+  /// Palettes, greys and transparent colours become colours, and opacity where there is any. Channels of 16
+  /// bits stay so where they're laid on white, to be rounded once.
+  void ChooseForm() {
+    clear_ = (png_get_color_type(png_, info_) & PNG_COLOR_MASK_ALPHA) != 0 ||
+             png_get_valid(png_, info_, PNG_INFO_tRNS) != 0;
+    const bool sixteen = png_get_bit_depth(png_, info_) == 16;
+    deep_ = sixteen && clear_;
+    png_set_expand(png_);
+    png_set_gray_to_rgb(png_);
+    if (sixteen && !clear_) png_set_scale_16(png_);
+    if (!deep_) png_set_bgr(png_);
+    if (!clear_) png_set_filler(png_, 0xFF, PNG_FILLER_AFTER);
+    if (deep_) channels_.resize(static_cast<size_t>(bitmap_.Width()) * kDeepPixel);
+  }
+  bool ReadRows() {
+    for (int y = 0; y < bitmap_.Height(); ++y) {
+      if (!watch_.GoOn(y, bitmap_.Height())) return false;
+      ReadRow(bitmap_.WritableRow(y), bitmap_.Width());
+    }
+    return true;
+  }
+  /// An interlaced picture comes as seven of growing fineness, whose pixels lie between each other.
+  bool ReadPasses() {
+    // The library wants room for a whole row in each.
+    between_.resize(static_cast<size_t>(bitmap_.Width()));
+    const auto width = static_cast<png_uint_32>(bitmap_.Width()),
+               height = static_cast<png_uint_32>(bitmap_.Height());
+    for (int pass = 0; pass < PNG_INTERLACE_ADAM7_PASSES; ++pass) {
+      const auto columns = static_cast<int>(PNG_PASS_COLS(width, pass)),
+                 rows = static_cast<int>(PNG_PASS_ROWS(height, pass));
+      const int left = PNG_PASS_START_COL(pass), top = PNG_PASS_START_ROW(pass);
+      for (int i = 0; columns > 0 && i < rows; ++i) {
+        if (!watch_.GoOn(pass, PNG_INTERLACE_ADAM7_PASSES)) return false;
+        ReadRow(between_.data(), columns);
+        Pixel* to = bitmap_.WritableRow(top + (i << PNG_PASS_ROW_SHIFT(pass))) + left;
+        for (int x = 0; x < columns; ++x)
+          to[x << PNG_PASS_COL_SHIFT(pass)] = between_[static_cast<size_t>(x)];
       }
     }
+    return true;
   }
-  void FinishDeep(const unsigned char* from, Pixel* row) const {
-    for (int x = 0; x < bitmap_.Width(); ++x, from += kDeepPixel) {
+  /// A row is finished as soon as it's read, while it's in the cache.
+  void ReadRow(Pixel* row, int width) {
+    png_read_row(png_, deep_ ? channels_.data() : reinterpret_cast<png_bytep>(row), nullptr);
+    if (deep_) {
+      FinishDeep(row, width);
+    } else if (clear_) {
+      FlattenOnWhite(row, width);
+    }
+  }
+  void FinishDeep(Pixel* row, int width) const {
+    const unsigned char* from = channels_.data();
+    for (int x = 0; x < width; ++x, from += kDeepPixel) {
       const auto channel = [from](int i) { return uint32_t{from[2 * i]} << 8 | from[2 * i + 1]; };
       row[x] = DeepOnWhite(channel(0), channel(1), channel(2), channel(3));
     }
@@ -82,24 +112,36 @@ class PngRun {
   static constexpr size_t kDeepPixel = 8;  // bytes of four channels of 16 bits, the high byte first
   ByteView bytes_;
   Bitmap& bitmap_;
+  ReadingWatch& watch_;
   uint64_t at_ = 0;
   png_structp png_ = nullptr;
   png_infop info_ = nullptr;
   bool deep_ = false, clear_ = false;
-  int passes_ = 1;
   std::vector<unsigned char> channels_;
+  std::vector<Pixel> between_;
 };
+
+/// Packed data grows by a factor of 1,032 at most: what can't fill the rows needn't be tried.
+bool CanFill(const std::vector<Chunk>& chunks, ByteView header) {
+  constexpr std::array<uint64_t, 7> kChannels{1, 1, 3, 1, 2, 1, 4};  // by colour type
+  constexpr uint64_t kMostGrowth = 1032;
+  const uint64_t channels = kChannels[std::min<size_t>(header.At(9), kChannels.size() - 1)];
+  const uint64_t bits = uint64_t{header.Big32(0)} * header.Big32(4) * header.At(8) * channels;
+  uint64_t packed = 0;
+  for (const Chunk& chunk : chunks) packed += chunk.name == ChunkName("IDAT") ? chunk.data.Size() : 0;
+  return packed * kMostGrowth >= bits / 8;
+}
 
 }  // namespace
 
-std::optional<DecodedPicture> DecodePng(ByteView bytes, SizeLimit limit) {
+std::optional<DecodedPicture> DecodePng(ByteView bytes, SizeLimit limit, ReadingWatch& watch) {
   const std::vector<Chunk> chunks = ChunksOf(bytes, ChunkName("IEND"));
   if (chunks.empty() || chunks.front().name != ChunkName("IHDR")) return std::nullopt;
   const ByteView header = chunks.front().data;
   const uint32_t width = header.Big32(0), height = header.Big32(4);
-  if (!limit.Admits(width, height)) return std::nullopt;
+  if (!limit.Admits(width, height) || !CanFill(chunks, header)) return std::nullopt;
   Bitmap bitmap = Bitmap::Uninitialised(static_cast<int>(width), static_cast<int>(height));
-  if (!PngRun(bytes, bitmap).Read()) return std::nullopt;
+  if (!PngRun(bytes, bitmap, watch).Read()) return std::nullopt;
   return bitmap;
 }
 

@@ -70,7 +70,7 @@ Size ReadSize(Source& source) {
 
 }  // namespace
 
-std::optional<DecodedPicture> DecodeXbm(ByteView bytes, SizeLimit limit) {
+std::optional<DecodedPicture> DecodeXbm(ByteView bytes, SizeLimit limit, ReadingWatch& watch) {
   constexpr Pixel kInk = 0xFF000000u, kPaper = 0xFFFFFFFFu;
   Source source({reinterpret_cast<const char*>(bytes.Data()), bytes.Size()});
   const Size size = ReadSize(source);
@@ -84,6 +84,7 @@ std::optional<DecodedPicture> DecodeXbm(ByteView bytes, SizeLimit limit) {
 
   Bitmap bitmap = Bitmap::Uninitialised(size.width, size.height);
   for (int y = 0; y < size.height; ++y) {
+    if (!watch.GoOn(y, size.height)) return std::nullopt;
     Pixel* row = bitmap.WritableRow(y);
     for (int i = 0; i < numbers; ++i) {
       const std::optional<uint32_t> number = source.Number();

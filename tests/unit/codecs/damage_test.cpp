@@ -58,6 +58,29 @@ TEST(DamagedPictures, SpoiltDataIsNoticedButStrayBytesAreNot) {
   EXPECT_FALSE(Decoded(gif));
 }
 
+TEST(DamagedPictures, WhatLeavesPixelsUnsetIsDamageAndWhatComesBehindThemIsNot) {
+  const Bytes colour(4, 0), runs = BmpHeader(2, 2, 8, 1, 1) + colour;
+  EXPECT_TRUE(Decoded(runs + Bytes{2, 0, 0, 0, 3, 0, 0, 1}));   // a run beyond the edge
+  EXPECT_TRUE(Decoded(runs + Bytes{0, 2, 1, 1, 1, 0, 0, 1}));   // a jump over three pixels
+  EXPECT_FALSE(Decoded(runs + Bytes{3, 0, 0, 0, 1, 0, 0, 1}));  // a run into the next row, and one too short
+  EXPECT_FALSE(Decoded(runs + Bytes{2, 0, 0, 0, 2, 1, 0, 1}));  // a colour that isn't there
+  EXPECT_FALSE(Decoded(runs + Bytes{2, 0, 0, 1}));              // an end before the last row
+  EXPECT_FALSE(Decoded(BmpHeader(2, 1, 8, 0, 1) + colour + Bytes{0, 1, 0, 0}));
+  const Bytes gif = Gif();
+  EXPECT_TRUE(Decoded(Part(gif, 0, gif.size() - 2)));
+  EXPECT_TRUE(Decoded(Part(gif, 0, gif.size() - 1) + Bytes{0x2C, 0, 0}));
+}
+
+TEST(DamagedPictures, ReadersTellHowFarTheyAreAndStopWhenTold) {
+  for (const auto& [kind, bytes] : OneOfEachKind()) {
+    ReadingWatch watch, stopped;
+    EXPECT_TRUE(DecodePicture({bytes.data(), bytes.size()}, LimitByMemory(), watch)) << kind;
+    EXPECT_GT(watch.Progress(), 0) << kind;
+    stopped.Stop();
+    EXPECT_FALSE(DecodePicture({bytes.data(), bytes.size()}, LimitByMemory(), stopped)) << kind;
+  }
+}
+
 TEST(DamagedPictures, LargerOnesThanAdmittedAreRefused) {
   auto files = OneOfEachKind();
   files["png in mng"] = Mng(1, 1, files["png"]);

@@ -26,6 +26,8 @@ TEST(Pictures, FilesWithoutLossComeOutToTheBit) {
   }
   EXPECT_EQ(Difference(Mng(37, 23, Encoded(sample, "png")), sample), 0);
   EXPECT_EQ(Difference(Encoded(mono, "xbm"), mono), 0);
+  const char* const interlaced = TEST_DATA "/pictures/interlaced.png";
+  EXPECT_EQ(Difference(LoadPicture(interlaced), QImage(interlaced)), 0);
 }
 
 TEST(Pictures, JpegsComeOutAsTheLibraryDecodesThemByDefault) {
