@@ -7,7 +7,7 @@
 
 namespace zelvane {
 
-/// Reads tiff pictures and their relatives.
+/// Reads tiff pictures and their relatives, writes tiff ones.
 class ImgEdit {
  public:
   void SetImage(const std::string& path) { path_ = path; }
@@ -15,6 +15,9 @@ class ImgEdit {
   bool Display();
   /// The picture shown, handed over.
   std::optional<LoadedPicture> TakePicture();
+
+  /// Writes the picture as `SavePicture` does, but as a tiff file.
+  static WriteResult SaveAs(const Bitmap& picture, const std::string& path);
 
  private:
   std::string path_;

@@ -1,8 +1,21 @@
 #include "components/PicFormat32.h"
 
+#include <charconv>
+#include <cmath>
 #include <utility>
 
 namespace zelvane {
+namespace {
+
+double CompressionIn(const std::string& text) {
+  constexpr double kUsual = 65;
+  const char* const text_end = text.data() + text.size();
+  double number = 0;
+  const auto [end, error] = std::from_chars(text.data(), text_end, number);
+  return error == std::errc{} && end == text_end && std::isfinite(number) ? number : kUsual;
+}
+
+}  // namespace
 
 int32_t PicFormat32::ReadPicture(const std::string& path) {
   auto picture = LoadPicture(path);
@@ -16,6 +29,11 @@ std::optional<LoadedPicture> PicFormat32::TakePicture(int32_t number) {
   const auto found = pictures_.extract(number);
   if (found.empty()) return std::nullopt;
   return std::move(found.mapped());
+}
+
+WriteResult PicFormat32::ConvertToJpeg(const Bitmap& picture, const std::string& path,
+                                       const std::string& compression) {
+  return SaveJpeg(picture, CompressionIn(compression), path);
 }
 
 }  // namespace zelvane

@@ -2,6 +2,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
+#include <QImageReader>
 #include <QTimer>
 #include <map>
 
@@ -123,6 +124,29 @@ TEST(SaveTypes, FollowTheEnding) {
   for (const auto& [type, those] : endings)
     for (const std::string& ending : those)
       EXPECT_EQ((SetSaveType("/a.gif/b." + ending), State.SaveType), type) << ending;
+}
+
+TEST_F(Files, SavingWritesTheKindOfTheEndingAndTheDocumentKeepsItsPixels) {
+  Start();
+  frmPaint& document = OpenChanged("a.bmp");
+  const QImage pixels = Picture(document.Buffer);
+  WriteSetting("JPEGCompression", "130");
+  for (const char* kind : {"jpeg", "tiff", "ico", "bmp"}) {
+    const std::string path = PathOf(std::string("saved.") + kind);
+    document.Dirty = true;
+    SetSaveType(path);
+    EXPECT_TRUE(SaveFile(document, path));
+    EXPECT_EQ(QImageReader::imageFormat(QString::fromStdString(path)), kind);
+    EXPECT_EQ(document.Buffer.Tag(), path);
+    EXPECT_FALSE(document.Dirty);
+    EXPECT_EQ(Picture(document.Buffer), pixels);
+  }
+  const auto size_of = [&](const char* name) { return QFile(QString::fromStdString(PathOf(name))).size(); };
+  const qint64 small = size_of("saved.jpeg");
+  WriteSetting("JPEGCompression", "65");
+  SetSaveType("saved.jpeg");
+  EXPECT_TRUE(SaveFile(document, PathOf("saved.jpeg")));
+  EXPECT_GT(size_of("saved.jpeg"), small);
 }
 
 TEST_F(Files, AFailedSaveTellsTheFileAndKeepsTheDocumentChanged) {

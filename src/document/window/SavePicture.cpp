@@ -1,5 +1,7 @@
 #include "document/window/SavePicture.h"
 
+#include "components/ImgEdit.h"
+#include "document/window/BuildIcon.h"
 #include "shell/state/RecentFiles.h"
 #include "shell/state/Settings.h"
 #include "shell/state/State.h"
@@ -45,9 +47,20 @@ std::string AskName(const ImageDocument& document, const std::string& title, con
 }
 
 WriteResult Write(const Bitmap& picture, const std::string& path) {
-  if (State.SaveType != kSaveBitmap)
-    return {"pictures of this kind can't be written yet; choose a name that ends in .bmp"};
-  return SavePicture(picture, path);
+  switch (State.SaveType) {
+    case kSaveGif:
+      return {"pictures of this kind can't be written yet; choose another ending"};
+    case kSaveJpeg:
+      return State.PicFormatObject->ConvertToJpeg(picture, path, ReadSetting("JPEGCompression", "65"));
+    case kSaveTiff:
+      return ImgEdit::SaveAs(picture, path);
+    case kSaveIcon: {
+      const IconParts icon = BuildIcon(picture);
+      return SaveIcon(icon.picImage, icon.picMask, path);
+    }
+    default:
+      return SavePicture(picture, path);
+  }
 }
 
 void TellFailure(const std::string& path, const std::string& reason) {

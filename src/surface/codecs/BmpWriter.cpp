@@ -1,18 +1,12 @@
 #include <algorithm>
 #include <cstring>
-#include <vector>
 
+#include "surface/codecs/LittleBytes.h"
 #include "surface/codecs/PictureEncoder.h"
 
 namespace zelvane {
 
 namespace {
-
-using Bytes = std::vector<unsigned char>;
-
-void PutLittle(Bytes& bytes, uint64_t value, int count) {
-  for (int i = 0; i < count; ++i) bytes.push_back(static_cast<unsigned char>(value >> 8 * i));
-}
 
 /// The file's header and the picture's.
 Bytes Headers(uint64_t width, uint64_t height, uint64_t stride) {

@@ -83,6 +83,11 @@ struct Ahead {
   std::future<std::optional<LoadedPicture>> picture;
 } ahead;
 
+WriteResult Write(const Bitmap& picture, const std::string& path, const PieceSource& source) {
+  if (picture.IsEmpty()) return {"the picture is empty"};
+  return WriteSafely(path, source);
+}
+
 }  // namespace
 
 void ReadAhead(const std::string& path) {
@@ -101,8 +106,19 @@ std::optional<LoadedPicture> LoadPicture(const std::string& path) {
 }
 
 WriteResult SavePicture(const Bitmap& picture, const std::string& path) {
-  if (picture.IsEmpty()) return {"the picture is empty"};
-  return WriteSafely(path, [&](const PieceSink& sink) { return EncodeBmp(picture, sink); });
+  return Write(picture, path, [&](const PieceSink& sink) { return EncodeBmp(picture, sink); });
+}
+
+WriteResult SaveJpeg(const Bitmap& picture, double compression, const std::string& path) {
+  return Write(picture, path, [&](const PieceSink& sink) { return EncodeJpeg(picture, compression, sink); });
+}
+
+WriteResult SaveTiff(const Bitmap& picture, const std::string& path) {
+  return Write(picture, path, [&](const PieceSink& sink) { return EncodeTiff(picture, sink); });
+}
+
+WriteResult SaveIcon(const Bitmap& image, const Bitmap& mask, const std::string& path) {
+  return Write(image, path, [&](const PieceSink& sink) { return EncodeIco(image, mask, sink); });
 }
 
 }  // namespace zelvane

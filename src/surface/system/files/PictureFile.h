@@ -32,4 +32,9 @@ void ReadAhead(const std::string& path);
 /// Writes a Windows bitmap file of 24 bits a pixel, whatever the path says, as `WriteFileSafely` does.
 WriteResult SavePicture(const Bitmap& picture, const std::string& path);
 
+/// The same for other kinds of file (`surface/codecs/PictureEncoder.h` tells what the arguments mean).
+WriteResult SaveJpeg(const Bitmap& picture, double compression, const std::string& path);
+WriteResult SaveTiff(const Bitmap& picture, const std::string& path);
+WriteResult SaveIcon(const Bitmap& image, const Bitmap& mask, const std::string& path);
+
 }  // namespace zelvane
