@@ -5,8 +5,10 @@
 #include <cstring>
 
 #include "surface/codecs/Flatten.h"
+#include "surface/codecs/Orientation.h"
 #include "surface/codecs/PictureDecoder.h"
 #include "surface/codecs/PngChunks.h"
+#include "surface/codecs/PngNotes.h"
 
 namespace zelvane {
 
@@ -142,7 +144,7 @@ std::optional<DecodedPicture> DecodePng(ByteView bytes, SizeLimit limit, Reading
   if (!limit.Admits(width, height) || !CanFill(chunks, header)) return std::nullopt;
   Bitmap bitmap = Bitmap::Uninitialised(static_cast<int>(width), static_cast<int>(height));
   if (!PngRun(bytes, bitmap, watch).Read()) return std::nullopt;
-  return bitmap;
+  return Oriented(std::move(bitmap), PngOrientation(chunks));
 }
 
 }  // namespace zelvane

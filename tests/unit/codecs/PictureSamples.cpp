@@ -90,24 +90,32 @@ Bytes Numbers(const std::vector<uint64_t>& values, int size, bool big_endian) {
   return bytes;
 }
 
-namespace {
-
-/// A chunk of PNG's kind, with a checksum of its own.
-Bytes Chunk(const std::string& name, const Bytes& data) {
+Bytes PngChunk(const std::string& name, const Bytes& data) {
   const Bytes summed = Text(name) + data;
   const uint64_t sum = crc32(0, summed.data(), static_cast<uInt>(summed.size()));
   return Numbers({data.size()}, 4, true) + summed + Numbers({sum}, 4, true);
 }
 
-}  // namespace
+Bytes WithChunk(const Bytes& png, const Bytes& chunk) {
+  constexpr size_t kHeaderEnd = 33;
+  return Part(png, 0, kHeaderEnd) + chunk + Part(png, kHeaderEnd, png.size() - kHeaderEnd);
+}
+
+Bytes Packed(const Bytes& bytes) {
+  Bytes packed(compressBound(bytes.size()));
+  uLongf size = packed.size();
+  compress(packed.data(), &size, bytes.data(), bytes.size());
+  packed.resize(size);
+  return packed;
+}
 
 Bytes Mng(uint32_t width, uint32_t height, const Bytes& png, uint32_t left, uint32_t top) {
   constexpr size_t kSignature = 8;
   return Bytes{0x8A, 'M', 'N', 'G', '\r', '\n', 0x1A, '\n'} +
-         Chunk("MHDR", Numbers({width, height, 0, 0, 0, 0, 0}, 4, true)) +
-         Chunk("LOOP", {0, 0x7F, 0xFF, 0xFF, 0xFF}) +  // a player that plays this is busy for hours
-         Chunk("ENDL", {0}) + Chunk("DEFI", Numbers({0, left, top}, 4, true)) +
-         Part(png, kSignature, png.size() - kSignature) + Chunk("MEND", {});
+         PngChunk("MHDR", Numbers({width, height, 0, 0, 0, 0, 0}, 4, true)) +
+         PngChunk("LOOP", {0, 0x7F, 0xFF, 0xFF, 0xFF}) +  // a player that plays this is busy for hours
+         PngChunk("ENDL", {0}) + PngChunk("DEFI", Numbers({0, left, top}, 4, true)) +
+         Part(png, kSignature, png.size() - kSignature) + PngChunk("MEND", {});
 }
 
 Bytes BmpHeader(int32_t width, int32_t height, uint32_t depth, uint32_t compression, uint32_t colors) {

@@ -52,6 +52,12 @@ Bytes Text(const std::string& text);
 /// Each value in that many bytes.
 Bytes Numbers(const std::vector<uint64_t>& values, int size, bool big_endian = false);
 
+/// A chunk of PNG's kind, with its checksum; the file with a chunk more, behind the header; bytes packed as
+/// PNG packs them.
+Bytes PngChunk(const std::string& name, const Bytes& data);
+Bytes WithChunk(const Bytes& png, const Bytes& chunk);
+Bytes Packed(const Bytes& bytes);
+
 /// An animation of one PNG at a place on a canvas.
 Bytes Mng(uint32_t width, uint32_t height, const Bytes& png, uint32_t left = 0, uint32_t top = 0);
 

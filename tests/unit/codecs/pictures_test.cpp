@@ -145,18 +145,30 @@ TEST(Pictures, SixteenBitsAChannelAreRoundedToNearest) {
         << format;
 }
 
-/// The file with a camera's note on how it was held.
+/// A camera's note on how it was held.
+Bytes Note(uint32_t orientation, bool big) {
+  return Text(big ? "MM" : "II") + Numbers({42}, 2, big) + Numbers({8}, 4, big) +
+         Numbers({1, 0x0112, 3}, 2, big) + Numbers({1}, 4, big) + Numbers({orientation, 0}, 2, big) +
+         Numbers({0}, 4);
+}
+
 Bytes Turned(const Bytes& jpeg, uint32_t orientation, bool big) {
-  Bytes note = Bytes{0xFF, 0xE1, 0, 34} + Text("Exif") + Bytes{0, 0} + Text(big ? "MM" : "II") +
-               Numbers({42}, 2, big) + Numbers({8}, 4, big) + Numbers({1, 0x0112, 3}, 2, big) +
-               Numbers({1}, 4, big) + Numbers({orientation}, 2, big);
-  note.resize(36);
+  const Bytes note = Bytes{0xFF, 0xE1, 0, 34} + Text("Exif") + Bytes{0, 0} + Note(orientation, big);
   return Part(jpeg, 0, 2) + note + Part(jpeg, 2, jpeg.size() - 2);
+}
+
+/// The note as text in lines of digits, as programs hid it before there was a chunk for it.
+Bytes NoteAsText(uint32_t orientation) {
+  const Bytes note = Text("Exif") + Bytes{0, 0} + Note(orientation, true);
+  QByteArray digits =
+      QByteArray(reinterpret_cast<const char*>(note.data()), static_cast<int>(note.size())).toHex();
+  return Text("\nexif\n      " + std::to_string(note.size()) + "\n" + digits.insert(20, '\n').toStdString() +
+              "\n");
 }
 
 TEST(Pictures, TheOrientationIsCarriedOut) {
   const QImage sample = Sample(67, 41);
-  const Bytes jpeg = Encoded(sample, "jpeg", 75);
+  const Bytes png = Encoded(sample, "png"), jpeg = Encoded(sample, "jpeg", 75);
   const QImage lossy = QImage::fromData(jpeg.data(), static_cast<int>(jpeg.size()), "jpeg");
   using T = QImageIOHandler;
   for (uint32_t orientation = 2; orientation < 9; ++orientation) {
@@ -167,6 +179,10 @@ TEST(Pictures, TheOrientationIsCarriedOut) {
       return turn & T::TransformationRotate90 ? mirrored.transformed(QTransform().rotate(90)) : mirrored;
     };
     EXPECT_EQ(Difference(Encoded(sample, "tiff", -1, turn), turned(sample)), 0) << orientation;
+    const Bytes key = Text("Raw profile type exif") + Bytes{0}, text = NoteAsText(orientation);
+    for (const Bytes& chunk : {PngChunk("eXIf", Note(orientation, false)), PngChunk("tEXt", key + text),
+                               PngChunk("zTXt", key + Bytes{0} + Packed(text))})
+      EXPECT_EQ(Difference(WithChunk(png, chunk), turned(sample)), 0) << orientation;
     for (const bool big : {false, true}) {
       EXPECT_EQ(Difference(Turned(jpeg, orientation, big), turned(lossy)), 0) << orientation << big;
     }
