@@ -245,6 +245,40 @@ void BM_PenStepInSelection(benchmark::State& state) {
   state.counters["ratio"] = steps.Thread() / floors.Thread();
 }
 
+/// The thread's seconds until a document that `make` makes is painted; it is closed again afterwards.
+template <class Make>
+double SecondsToShow(Make&& make) {
+  frmPaint* document = nullptr;
+  const double shown = ratio::Seconds([&] {
+    document = &make();
+    document->PaintArea.Update();
+    QGuiApplication::sync();
+  });
+  document->Unload();
+  DoEvents();
+  return shown;
+}
+
+/// A new image, against setting its bytes in memory that was touched before and showing a picture that is
+/// there already.
+void BM_NewImage(benchmark::State& state) {
+  const Bitmap ready(kWidth, kHeight, ToPixel(kWhite));
+  Bitmap memory(kWidth, kHeight, 0);
+  const DocumentName name{"Untitled", ""};
+  int value = 0;
+  std::vector<double> news, fills, shows;
+  for (auto _ : state) {
+    news.push_back(SecondsToShow([&]() -> frmPaint& { return MakeDocument(kWidth, kHeight, kWhite, name); }));
+    fills.push_back(ratio::Seconds([&] { std::memset(memory.WritableRow(0), ++value, kBytes); }));
+    shows.push_back(SecondsToShow([&]() -> frmPaint& { return MakeDocument(ready, name); }));
+    state.SetIterationTime(news.back());
+  }
+  const double fill = ratio::Median(fills), show = ratio::Median(shows);
+  state.counters["fill_ms"] = fill * 1e3;
+  state.counters["show_ms"] = show * 1e3;
+  state.counters["ratio"] = ratio::Median(news) / (fill + show);
+}
+
 /// The copy that a press makes for the undo, against copying as many bytes within touched memory.
 void BM_UndoCopy(benchmark::State& state) {
   LargeSheet sheet;
@@ -575,6 +609,7 @@ void BM_CopyAll(benchmark::State& state) {
   state.counters["put_us"] = ratio::Median(puts) * 1e6;
 }
 
+BENCHMARK(BM_NewImage)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_DragSelection)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_DragSmallSelection)->UseManualTime()->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_CopyAll)->ArgName("fresh")->Arg(0)->Arg(1)->UseManualTime()->Unit(benchmark::kMillisecond);
