@@ -1,6 +1,7 @@
 #include "shell/LoadMainForm.h"
 
 #include "colour/ColorBars.h"
+#include "document/window/OpenPicture.h"
 #include "shell/BuildInterface.h"
 #include "shell/MainForm.h"
 #include "shell/MenuEvents.h"
@@ -35,6 +36,10 @@ void WireWindow(MainWindow& window) {
   window.OnResize = [&window] { window.MDIForm_Resize(); };
   window.OnQueryUnload = [&window](bool& Cancel, UnloadModes) { window.MDIForm_QueryUnload(Cancel); };
   window.Desktop.OnSettingChanged = [&window] { window.Desktop_SettingsChanged(); };
+  window.OnFilesDropped = [&window](const std::vector<std::string>& paths) {
+    window.Activate();
+    OpenPickedFiles(paths);
+  };
   window.CmdTimer.OnTimer = [] { ToolButtons->Cmd.Hover(State.ToolButtonDown); };
   WireMenus(window.Menus);
   WirePanels(window);

@@ -1,11 +1,14 @@
 #include <QApplication>
 #include <QDir>
+#include <QDropEvent>
 #include <QFile>
 #include <QFileDialog>
 #include <QImageReader>
+#include <QMimeData>
 #include <QTimer>
 #include <map>
 
+#include "colour/ColorPanel.h"
 #include "document/layers/InfoPanel.h"
 #include "document/window/MakeDocument.h"
 #include "document/window/OpenPicture.h"
@@ -83,6 +86,38 @@ TEST_F(Files, WhatCannotBeReadLeavesTheProgramAsItWas) {
     EXPECT_EQ(ActiveDocument(), nullptr) << name;
   }
   EXPECT_EQ(State.RecentCount, 0);
+}
+
+/// A drop comes to the window although what is in it doesn't take drops.
+TEST_F(Files, DroppedFilesOpenOneAfterTheOther) {
+  Start(MakePicture("first.png", Noise(5, 5)));
+  const std::string folder = PathOf(""), odd = folder + "100% \xFC.bmp";
+  ASSERT_EQ(::rename(MakePicture("b.bmp", Noise(6, 5)).c_str(), odd.c_str()), 0);
+  const std::string last = MakePicture("c.png", Noise(7, 5));
+  const auto drop = [](const std::string& list, Qt::DropActions actions = Qt::CopyAction | Qt::MoveAction) {
+    QMimeData data;
+    data.setData("text/uri-list", QByteArray::fromStdString(list));
+    QDragEnterEvent enter(QPoint(5, 5), actions, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(ColorPanel->lblColor[0].Entry().Widget(), &enter);
+    if (!enter.isAccepted()) return false;
+    QDropEvent event(QPoint(5, 5), actions, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(MainForm->Widget(), &event);
+    EXPECT_EQ(event.dropAction(), Qt::CopyAction) << "the file stays where it is";
+    return true;
+  };
+  const std::string list = "# a note\r\nfile://" + folder +
+                           "100%25%20%fc.bmp\r\nhttp://example.org/a.png\r\n" + "file://localhost" + folder +
+                           "\r\nfile:" + last + "\r\n";
+  const auto told = Answering({"OK", "OK"}, [&] { EXPECT_TRUE(drop(list)); });
+  EXPECT_EQ(told, (std::vector<std::string>{kFailure, kFailure})) << "the address and the folder";
+  EXPECT_EQ(MainForm->Children().size(), 3u);
+  EXPECT_EQ(State.RecentFiles[0] + State.RecentFiles[1], last + odd);
+  EXPECT_TRUE(Document().Buffer.Tag() == last && Document().OpenedFile);
+
+  EXPECT_FALSE(drop("http://example.org/a.png\r\nfile://elsewhere" + last));
+  EXPECT_FALSE(drop("file:" + last, Qt::MoveAction));
+  MainForm->SetEnabled(false);
+  EXPECT_FALSE(drop("file:" + last));
 }
 
 TEST_F(Files, ADocumentNeedsNoFile) {

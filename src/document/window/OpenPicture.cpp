@@ -86,10 +86,18 @@ void OpenAskedFile() {
       AskOpenName("Open...", kOpenFilter, State.ZelvaneFolder, "", State.OpenFilterIndex);
   if (path.empty()) return;
   KeepZelvaneFolder(FolderOf(path));
-  frmPaint* document = OpenPicture(path);
-  if (!document) return;
-  document->OpenedFile = true;
-  AddToRecentList(path);
+  OpenPickedFiles({path});
+}
+
+void OpenPickedFiles(const std::vector<std::string>& paths) {
+  for (const std::string& path : paths) {
+    // A message about the one before may have seen the program's end.
+    if (!MdiForm::Main()) return;
+    frmPaint* document = OpenPicture(path);
+    if (!document) continue;
+    document->OpenedFile = true;
+    AddToRecentList(path);
+  }
 }
 
 void OpenRecentFile(const std::string& path) {

@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "document/window/frmPaint.h"
 #include "surface/system/files/PictureFile.h"
@@ -14,6 +15,8 @@ std::optional<LoadedPicture> LoadPictureFile(const std::string& path);
 
 /// Asks for a picture and opens it.
 void OpenAskedFile();
+/// Opens pictures that the user has picked, one after the other, and puts them on the recent list.
+void OpenPickedFiles(const std::vector<std::string>& paths);
 /// Opens a path of the recent list.
 void OpenRecentFile(const std::string& path);
 /// Opens a picture in a new document. Null: it couldn't be read, which the user has been told, and no

@@ -97,6 +97,11 @@ class LineBox : public QLineEdit {
     BringIn(event->commitString());
   }
 
+  /// Files are for the window.
+  void dragEnterEvent(QDragEnterEvent* event) override {
+    event->mimeData()->hasUrls() ? event->ignore() : QLineEdit::dragEnterEvent(event);
+  }
+
   void dropEvent(QDropEvent* event) override {
     if (!box->OnKeyPress) return QLineEdit::dropEvent(event);
     setCursorPosition(cursorPositionAt(event->position().toPoint()));

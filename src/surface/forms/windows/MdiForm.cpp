@@ -10,6 +10,9 @@ MdiForm::MdiForm(const std::string& name) : Form(name, new MdiFrame) {
   frame_ = static_cast<MdiFrame*>(Widget());
   frame_->Serve(*this);
   frame_->OnActiveChanged = [this] { FireEvent(OnActiveFormChanged); };
+  frame_->OnFilesDropped = [this](const std::vector<std::string>& paths) {
+    FireEvent(OnFilesDropped, paths);
+  };
   engine_->SetRoom(*frame_->Field().Children().viewport());
   main_ = this;
 }

@@ -33,6 +33,9 @@ class MdiForm : public Form {
 
   /// Another child became the active one, or the last one went.
   std::function<void()> OnActiveFormChanged;
+  /// Files were dropped on the window or on what is in it, as `DroppedFiles` tells them. None are taken while
+  /// the window is disabled or a modal one is up.
+  std::function<void(const std::vector<std::string>& Paths)> OnFilesDropped;
 
  private:
   friend class Menu;

@@ -1,9 +1,15 @@
 #include "surface/forms/windows/MdiFrame.h"
 
+#include <QApplication>
+#include <QMimeData>
 #include <QPainter>
+#include <QPointer>
+#include <algorithm>
 
 #include "surface/forms/controls/Events.h"
 #include "surface/forms/controls/IconArt.h"
+#include "surface/forms/windows/DroppedFiles.h"
+#include "surface/forms/windows/EventLoop.h"
 #include "surface/text/QtText.h"
 
 namespace zelvane {
@@ -11,6 +17,14 @@ namespace {
 
 /// Side of the icon in a child's title bar, in logical pixels.
 constexpr int kChildIcon = 16;
+
+std::vector<std::string> FilesOf(const QDropEvent& drop) {
+  return DroppedFiles(drop.mimeData()->data("text/uri-list").toStdString());
+}
+
+bool IsPath(const std::string& file) {
+  return file.starts_with('/');
+}
 
 }  // namespace
 
@@ -21,6 +35,7 @@ MdiFrame::MdiFrame() : bar_(new CaptionBar), field_(new DockField) {
   setCentralWidget(field_);
   connect(&field_->Children(), &QMdiArea::subWindowActivated, this,
           [this](QMdiSubWindow* window) { Activated(window); });
+  setAcceptDrops(true);
   // Keys are the window's own until a child or a press takes them, rather than those of the first box in it.
   setFocus();
 }
@@ -109,6 +124,28 @@ void MdiFrame::RemoveChild(Form& form) {
 void MdiFrame::TellCaption() {
   const ChildFrame* child = active_ ? active_->engine_->ChildFrame() : nullptr;
   bar_->SetCaption(child && child->isMaximized() && !child->isMinimized() ? child->Caption() : QString());
+}
+
+void MdiFrame::dragEnterEvent(QDragEnterEvent* event) {
+  const std::vector<std::string> files = FilesOf(*event);
+  if (std::ranges::any_of(files, IsPath)) TakeCopies(*event);
+}
+
+/// The files stay where they are, so they are taken as copies. Nothing is taken while a question is up.
+void MdiFrame::TakeCopies(QDropEvent& event) const {
+  const bool is_free = isEnabled() && !QApplication::activeModalWidget();
+  if (!is_free || !(event.possibleActions() & Qt::CopyAction)) return event.ignore();
+  event.setDropAction(Qt::CopyAction);
+  event.accept();
+}
+
+/// Whoever dragged them waits for this to return, which it does before any file is opened.
+void MdiFrame::dropEvent(QDropEvent* event) {
+  TakeCopies(*event);
+  if (!event->isAccepted()) return;
+  Defer([frame = QPointer(this), files = FilesOf(*event)] {
+    if (frame) FireEvent(frame->OnFilesDropped, files);
+  });
 }
 
 void CaptionBar::SetCaption(const QString& caption) {

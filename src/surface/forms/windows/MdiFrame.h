@@ -1,8 +1,11 @@
 #pragma once
 
+#include <QDropEvent>
 #include <QMainWindow>
 #include <QMenuBar>
 #include <functional>
+#include <string>
+#include <vector>
 
 #include "surface/forms/windows/FormEngine.h"
 #include "surface/forms/windows/MdiArea.h"
@@ -33,6 +36,7 @@ class MdiFrame : public QMainWindow, public ChildHost {
   Form* Active() const { return active_; }
   /// Another child became the active one, or the last one went.
   std::function<void()> OnActiveChanged;
+  std::function<void(const std::vector<std::string>& Paths)> OnFilesDropped;
 
   Form& Main() override { return *form_; }
   ChildFrame* AddChild(Form& child, QWidget& inside) override;
@@ -44,7 +48,13 @@ class MdiFrame : public QMainWindow, public ChildHost {
   void FitChild(ChildFrame& child, QSize inside) override;
   void SetChildCaption(ChildFrame& child, const QString& caption) override;
 
+ protected:
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dragMoveEvent(QDragMoveEvent* event) override { TakeCopies(*event); }
+  void dropEvent(QDropEvent* event) override;
+
  private:
+  void TakeCopies(QDropEvent& event) const;
   void Minimised(const Form& child);
   Form* NextTo(const Form& child) const;
   void Activated(QMdiSubWindow* window);
