@@ -39,7 +39,8 @@ enum KeyCodes : int16_t {
   kKeyC = 67,
   kKeyV = 86,
   kKeyX = 88,
-  kKeyF2 = 113
+  kKeyF2 = 113,
+  kKeyF5 = 116
 };
 
 /// A drawn pointer: an SVG of 32 by 32 among the program's cursors and the pixel that points.

@@ -7,6 +7,8 @@
 namespace zelvane {
 namespace {
 
+constexpr int kBorderMargin = 2;  // logical pixels between border and text
+
 QLabel* Text(QWidget* widget) {
   return static_cast<QLabel*>(widget);
 }
@@ -53,6 +55,7 @@ void Label::SetBorder(bool border) {
   if (!widget_) return;
   Text(widget_)->setFrameStyle(border ? QFrame::Panel | QFrame::Sunken : QFrame::NoFrame);
   Text(widget_)->setLineWidth(1);
+  Text(widget_)->setMargin(border ? kBorderMargin : 0);
   FitToText();
 }
 
