@@ -1,9 +1,7 @@
-#include <QApplication>
-#include <QEvent>
 #include <QTimer>
-#include <QWidget>
 #include <chrono>
 
+#include "PaintWatch.h"
 #include "Ratio.h"
 #include "surface/forms/windows/Application.h"
 #include "surface/forms/windows/EventLoop.h"
@@ -31,23 +29,9 @@ int16_t AskToSave() {
                 kYesNoCancel + kQuestionIcon, "Changed Image");
 }
 
-/// Calls `OnPainted` at the turn of the event loop after the box's text has been painted first.
-class PaintWatch : public QObject {
- public:
-  PaintWatch() { qApp->installEventFilter(this); }
-  std::function<void()> OnPainted;
-
- private:
-  bool eventFilter(QObject* watched, QEvent* event) override {
-    if (event->type() == QEvent::Paint && watched->objectName() == "MsgText" && OnPainted)
-      QTimer::singleShot(0, std::exchange(OnPainted, nullptr));
-    return false;
-  }
-};
-
 void MessagePainted(benchmark::State& state) {
   UseProgramLooks();
-  PaintWatch watch;
+  PaintWatch watch("MsgText");
   for (auto _ : state) {
     const auto start = Clock::now();
     watch.OnPainted = [&] {

@@ -84,7 +84,12 @@ class ExplorerDisplay::View : public QTreeView {
   }
   void showEvent(QShowEvent* event) override {
     QTreeView::showEvent(event);
-    if (HasChosen()) scrollTo(chosen_);
+    if (HasChosen()) scrollTo(chosen_, PositionAtCenter);
+  }
+  /// The chosen row is marked right across.
+  void resizeEvent(QResizeEvent* event) override {
+    header()->setMinimumSectionSize(viewport()->width());
+    QTreeView::resizeEvent(event);
   }
 
  private:

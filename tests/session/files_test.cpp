@@ -2,7 +2,6 @@
 #include <QDir>
 #include <QDropEvent>
 #include <QFile>
-#include <QFileDialog>
 #include <QImageReader>
 #include <QMimeData>
 #include <QTimer>
@@ -130,24 +129,6 @@ TEST_F(Files, ADocumentNeedsNoFile) {
   EXPECT_EQ(QPointF(kept.Left(), kept.Top()), QPointF(450, 600));
   EXPECT_THROW(MakeDocument(40000, 1, kWhite, {"too wide", ""}), SurfaceTooLarge);
   EXPECT_EQ(MainForm->Children().size(), 2u);
-}
-
-TEST_F(Files, TheOpenDialogComesBackOnItsFilterAlsoAfterACancel) {
-  Start();
-  expects_dialogs_ = true;
-  const auto filter_shown = [](int next) {
-    std::string shown;
-    QTimer::singleShot(0, [&] {
-      auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
-      shown = dialog->selectedNameFilter().toStdString();
-      dialog->selectNameFilter(dialog->nameFilters().at(next));
-      dialog->reject();
-    });
-    FileOpen_Click();
-    return shown.substr(0, 3);
-  };
-  EXPECT_EQ(filter_shown(2), "All");
-  EXPECT_EQ(filter_shown(0), "GIF");
 }
 
 TEST(SaveTypes, FollowTheEnding) {

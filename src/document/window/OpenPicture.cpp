@@ -2,11 +2,11 @@
 
 #include "components/ImgEdit.h"
 #include "document/window/MakeDocument.h"
+#include "files/FileDialog.h"
 #include "shell/state/RecentFiles.h"
 #include "shell/state/Settings.h"
 #include "shell/state/State.h"
 #include "surface/forms/windows/Application.h"
-#include "surface/forms/windows/Dialogs.h"
 #include "surface/raster/FailingStep.h"
 #include "ui/MsgBox.h"
 
@@ -54,6 +54,20 @@ std::optional<LoadedPicture> ReadWithPlatform(const std::string& path) {
   return LoadPicture(path);
 }
 
+std::string GetOpenName(const std::string& title, const std::string& filter, const std::string& name) {
+  FileDialog dialog;
+  dialog.SetDialogTitle(title);
+  dialog.SetFilter(filter);
+  dialog.SetFilterIndex(State.OpenFilterIndex);
+  dialog.SetInitDir(State.ZelvaneFolder);
+  dialog.SetFileName(name);
+  dialog.ShowOpen();
+  State.OpenFilterIndex = dialog.FilterIndex();
+  std::string path = dialog.FileName();
+  if (!path.empty()) KeepZelvaneFolder(FolderOf(path));
+  return path;
+}
+
 }  // namespace
 
 std::optional<LoadedPicture> LoadPictureFile(const std::string& path) {
@@ -82,10 +96,8 @@ frmPaint* OpenPicture(const std::string& path) {
 }
 
 void OpenAskedFile() {
-  const std::string path =
-      AskOpenName("Open...", kOpenFilter, State.ZelvaneFolder, "", State.OpenFilterIndex);
+  const std::string path = GetOpenName("Open...", kOpenFilter, "");
   if (path.empty()) return;
-  KeepZelvaneFolder(FolderOf(path));
   OpenPickedFiles({path});
 }
 

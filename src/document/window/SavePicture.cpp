@@ -2,10 +2,10 @@
 
 #include "components/ImgEdit.h"
 #include "document/window/BuildIcon.h"
+#include "files/FileDialog.h"
 #include "shell/state/RecentFiles.h"
 #include "shell/state/Settings.h"
 #include "shell/state/State.h"
-#include "surface/forms/windows/Dialogs.h"
 #include "surface/system/files/PictureFile.h"
 #include "ui/MsgBox.h"
 
@@ -38,10 +38,13 @@ const char* ExtensionFor(int16_t type) {
 
 std::string AskName(const ImageDocument& document, const std::string& title, const std::string& filters) {
   const std::string& path = document.Buffer.Tag();
-  const std::string folder = path.empty() ? State.ZelvaneFolder : FolderOf(path);
-  int16_t filter_index = 0;
-  const std::string name =
-      AskSaveName(title, filters, folder, path.empty() ? "" : NameOf(path), filter_index);
+  FileDialog dialog;
+  dialog.SetDialogTitle(title);
+  dialog.SetFilter(filters);
+  dialog.SetInitDir(path.empty() ? State.ZelvaneFolder : FolderOf(path));
+  dialog.SetFileName(NameOf(path));
+  dialog.ShowSave();
+  std::string name = dialog.FileName();
   if (!name.empty()) KeepZelvaneFolder(FolderOf(name));
   return name;
 }

@@ -66,6 +66,8 @@ struct ApplicationState {
   // Files
   int16_t OpenFilterIndex = 0;     ///< the filter that the open dialog ended on last, from 0
   int16_t SaveType = kSaveBitmap;  ///< the kind that the next save writes
+  /// Twips by which the person made the file window larger than it needs to be.
+  double FileWindowSpareWidth = 0, FileWindowSpareHeight = 0;
   /// The last files opened or saved, the most recent first. Free entries are empty and stand at the end.
   std::array<std::string, kRecentFiles> RecentFiles;
   int16_t RecentCount = 0;
