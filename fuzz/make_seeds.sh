@@ -45,6 +45,10 @@ make half.tif -depth 16 -define quantum:format=floating-point -compress Zip
 make single.tif -depth 32 -define quantum:format=floating-point -define tiff:tile-geometry=16x16 -compress Zip
 make planes.tif -depth 16 -interlace plane -compress LZW
 make ink16.tif -depth 16 -colorspace CMYK -compress Zip
+make jpeg.tif -compress JPEG -quality 30
+make true.pcx -type TrueColor
+make palette.pcx -colors 20 -type palette
+make mono.pcx -monochrome
 FORMAT=tiff64: make large.tif -compress RLE
 # A camera's note on how it was held, which ImageMagick doesn't write of itself, behind the start of a jpeg.
 {

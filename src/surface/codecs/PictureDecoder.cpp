@@ -17,6 +17,13 @@ bool LooksLikeXbm(ByteView start) {
   return text.StartsWith("#define", 7) || text.StartsWith("/*", 2);
 }
 
+/// A byte for the program, one for its version, one for packed or not, and bits a pixel.
+bool LooksLikePcx(ByteView start) {
+  const uint32_t version = start.At(1), depth = start.At(3);
+  return start.At(0) == 10 && version <= 5 && version != 1 && start.At(2) <= 1 &&
+         (depth == 1 || depth == 2 || depth == 4 || depth == 8 || depth == 24);
+}
+
 Reader ReaderFor(ByteView start) {
   if (start.StartsWith("\x89PNG\r\n\x1A\n", 8)) return DecodePng;
   if (start.StartsWith("\x8AMNG\r\n\x1A\n", 8)) return DecodeMng;
@@ -26,6 +33,7 @@ Reader ReaderFor(ByteView start) {
   if (start.StartsWith("II*\0", 4) || start.StartsWith("MM\0*", 4)) return DecodeTiff;
   if (start.StartsWith("II+\0", 4) || start.StartsWith("MM\0+", 4)) return DecodeTiff;
   if (start.StartsWith("\0\0\1\0", 4) || start.StartsWith("\0\0\2\0", 4)) return DecodeIcon;
+  if (LooksLikePcx(start)) return DecodePcx;
   if (LooksLikeXbm(start)) return DecodeXbm;
   return nullptr;
 }

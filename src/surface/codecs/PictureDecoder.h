@@ -60,6 +60,7 @@ std::optional<DecodedPicture> DecodeGif(ByteView bytes, SizeLimit limit, Reading
 std::optional<DecodedPicture> DecodeIcon(ByteView bytes, SizeLimit limit, ReadingWatch& watch);
 std::optional<DecodedPicture> DecodeJpeg(ByteView bytes, SizeLimit limit, ReadingWatch& watch);
 std::optional<DecodedPicture> DecodeMng(ByteView bytes, SizeLimit limit, ReadingWatch& watch);
+std::optional<DecodedPicture> DecodePcx(ByteView bytes, SizeLimit limit, ReadingWatch& watch);
 std::optional<DecodedPicture> DecodePng(ByteView bytes, SizeLimit limit, ReadingWatch& watch);
 std::optional<DecodedPicture> DecodeTiff(ByteView bytes, SizeLimit limit, ReadingWatch& watch);
 std::optional<DecodedPicture> DecodeXbm(ByteView bytes, SizeLimit limit, ReadingWatch& watch);

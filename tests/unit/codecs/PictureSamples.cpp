@@ -125,6 +125,16 @@ Bytes BmpHeader(int32_t width, int32_t height, uint32_t depth, uint32_t compress
          Numbers({1, depth}, 2) + Numbers({compression, 0, 0, 0, colors, 0}, 4);
 }
 
+Bytes PcxHeader(uint32_t width, uint32_t height, uint32_t depth, uint32_t planes, uint32_t stride,
+                const Bytes& palette) {
+  Bytes header = Bytes{10, 5, 1, static_cast<unsigned char>(depth)} +
+                 Numbers({7, 9, 6 + width, 8 + height, 96, 96}, 2) + palette;
+  header.resize(65);
+  header = std::move(header) + Numbers({planes}, 1) + Numbers({stride, 1}, 2);
+  header.resize(128);
+  return header;
+}
+
 Bytes Gif() {
   // Codes of three bits, kept at that width by clearing (4), the last first.
   uint64_t bits = 0;

@@ -64,6 +64,10 @@ Bytes Mng(uint32_t width, uint32_t height, const Bytes& png, uint32_t left = 0, 
 /// A bitmap file's headers; the pixels or the palette follow.
 Bytes BmpHeader(int32_t width, int32_t height, uint32_t depth, uint32_t compression, uint32_t colors = 0);
 
+/// The header of a Paintbrush file, whose packed rows follow.
+Bytes PcxHeader(uint32_t width, uint32_t height, uint32_t depth, uint32_t planes, uint32_t stride,
+                const Bytes& palette = {});
+
 /// One frame of 3 x 2 at (1, 1) on a screen of 5 x 4; colours 0 red, 1 green, 2 blue, 3 see-through.
 Bytes Gif();
 

@@ -53,6 +53,30 @@ TEST(Layouts, BitmapFilesOfEveryKind) {
   for (const auto& [file, pixels] : cases) EXPECT_EQ(PixelsOf(file), pixels);
 }
 
+TEST(Layouts, PaintbrushFilesOfEveryKind) {
+  const Bytes four{255, 0, 0, 0, 255, 0, 0, 0, 255, 255, 255, 255};
+  Bytes many(769, 0);
+  many[0] = 12, many[1 + 3 * 0xC5] = 255;
+  const std::pair<Bytes, std::vector<Pixel>> cases[] = {
+      {PcxHeader(3, 1, 1, 1, 2) + Bytes{0x40, 0}, {kBlackPixel, kWhitePixel, kBlackPixel}},
+      {PcxHeader(2, 1, 1, 1, 2, four) + Bytes{0x40, 0}, {kRed, kGreen}},
+      // Four colours packed, and in two planes, of which the first has the lowest bit.
+      {PcxHeader(4, 1, 2, 1, 2, four) + Bytes{0x1B, 0}, {kRed, kGreen, kBlue, kWhitePixel}},
+      {PcxHeader(4, 1, 1, 2, 2, four) + Bytes{0x50, 0, 0x30, 0}, {kRed, kGreen, kBlue, kWhitePixel}},
+      // No palette: the colours of old screens.
+      {PcxHeader(2, 1, 4, 1, 2) + Bytes{0xC1, 0xF0, 0}, {kWhitePixel, kBlackPixel}},
+      // A run over two rows; colours from 0xC0 on are runs of one. The palette is at the end.
+      {PcxHeader(2, 2, 8, 1, 2) + Bytes{0xC3, 0xC5, 0} + many, {kRed, kRed, kRed, kBlackPixel}},
+      {PcxHeader(2, 1, 8, 3, 2) + Bytes{0xC1, 255, 0, 0, 0, 0, 0xC1, 255}, {kRed, kBlue}},
+      {PcxHeader(2, 1, 24, 1, 6) + Bytes{0xC1, 255, 0, 0, 0, 0, 0xC1, 255}, {kRed, kBlue}},
+  };
+  for (const auto& [file, pixels] : cases) {
+    EXPECT_EQ(PixelsOf(file), pixels);
+    EXPECT_FALSE(Decoded(Part(file, 0, file.size() - 1)));
+  }
+  EXPECT_FALSE(Decoded(PcxHeader(9, 1, 8, 1, 8) + Bytes{0xCF, 1} + many));  // rows too short for the picture
+}
+
 TEST(Layouts, ABitmapOfTheOldXKindHasSixteenPixelsANumber) {
   std::vector<Pixel> pixels(17, kWhitePixel);
   for (const size_t x : {0u, 15u, 16u}) pixels[x] = kBlackPixel;
