@@ -13,8 +13,8 @@ std::optional<LoadedPicture> ImgEdit::TakePicture() {
   return std::exchange(picture_, std::nullopt);
 }
 
-WriteResult ImgEdit::SaveAs(const Bitmap& picture, const std::string& path) {
-  return SaveTiff(picture, path);
+WriteResult ImgEdit::SaveAs(const Bitmap& picture, const WriteTarget& target) {
+  return SaveTiff(picture, target);
 }
 
 }  // namespace zelvane

@@ -17,7 +17,7 @@ class ImgEdit {
   std::optional<LoadedPicture> TakePicture();
 
   /// Writes the picture as `SavePicture` does, but as a tiff file.
-  static WriteResult SaveAs(const Bitmap& picture, const std::string& path);
+  static WriteResult SaveAs(const Bitmap& picture, const WriteTarget& target);
 
  private:
   std::string path_;

@@ -31,9 +31,9 @@ std::optional<LoadedPicture> PicFormat32::TakePicture(int32_t number) {
   return std::move(found.mapped());
 }
 
-WriteResult PicFormat32::ConvertToJpeg(const Bitmap& picture, const std::string& path,
+WriteResult PicFormat32::ConvertToJpeg(const Bitmap& picture, const WriteTarget& target,
                                        const std::string& compression) {
-  return SaveJpeg(picture, CompressionIn(compression), path);
+  return SaveJpeg(picture, CompressionIn(compression), target);
 }
 
 }  // namespace zelvane

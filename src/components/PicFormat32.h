@@ -19,7 +19,7 @@ class PicFormat32 {
 
   /// Writes as `SavePicture` does. `compression` is a number of 20 (the best picture) to 130 (the smallest
   /// file); one beyond is clamped, any other text counts as 65.
-  static WriteResult ConvertToJpeg(const Bitmap& picture, const std::string& path,
+  static WriteResult ConvertToJpeg(const Bitmap& picture, const WriteTarget& target,
                                    const std::string& compression);
 
  private:

@@ -178,6 +178,28 @@ TEST_F(Files, AFailedSaveTellsTheFileAndKeepsTheDocumentChanged) {
   EXPECT_EQ(Answering({"Yes", "OK"}, [&] { EXPECT_FALSE(document.Unload()); }).size(), 2u);
 }
 
+TEST_F(Files, ASaveKeepsOnceWhatItsFileHeldBesides) {
+  Start();
+  const std::string path = MakePicture("p.png", Noise(9, 9));
+  const auto names = [&] {
+    return QDir(QString::fromStdString(PathOf("."))).entryList({"p.*"}, QDir::Files);
+  };
+  OpenPicture(path);
+  for (int i = 0; i < 2; ++i) Save_Click();
+  EXPECT_EQ(names(), (QStringList{"p.png", "p.png~"}));
+  EXPECT_EQ(QImage(QString::fromStdString(path + '~'), "png"), Noise(9, 9));
+  MakePicture("p.png", Noise(5, 5));
+  Save_Click();
+  EXPECT_EQ(QImage(QString::fromStdString(path + "~1~"), "png"), Noise(5, 5));
+  for (const char* own : {"p.bmp", "p.jpg", "p.tif", "p.ico"}) {
+    SetSaveType(own);
+    SaveFile(Document(), PathOf(own));
+    OpenPicture(PathOf(own));
+    Save_Click();
+    EXPECT_FALSE(names().contains(QString(own) + '~')) << own;
+  }
+}
+
 TEST_F(Files, ClosingAChangedDocumentAsks) {
   Start();
   frmPaint& document = OpenChanged("a.bmp");

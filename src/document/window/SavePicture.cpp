@@ -49,20 +49,34 @@ std::string AskName(const ImageDocument& document, const std::string& title, con
   return name;
 }
 
-WriteResult Write(const Bitmap& picture, const std::string& path) {
+/// By `State.SaveType`.
+constexpr WrittenKind kKinds[] = {WrittenKind::None, WrittenKind::Bitmap, WrittenKind::Gif,
+                                  WrittenKind::Jpeg, WrittenKind::Tiff,   WrittenKind::Icon};
+
+/// What stands in the document's own file is kept where the picture doesn't hold all of it, or where another
+/// program has written it. Any other file has been asked about.
+WriteTarget TargetFor(const ImageDocument& document, const std::string& path) {
+  WriteTarget target(path);
+  if (path != document.Buffer.Tag()) return target;
+  target.known = document.File.stamp;
+  target.keep = document.File.whole_as != kKinds[State.SaveType];
+  return target;
+}
+
+WriteResult Write(const Bitmap& picture, const WriteTarget& target) {
   switch (State.SaveType) {
     case kSaveGif:
       return {"pictures of this kind can't be written yet; choose another ending"};
     case kSaveJpeg:
-      return State.PicFormatObject->ConvertToJpeg(picture, path, ReadSetting("JPEGCompression", "65"));
+      return State.PicFormatObject->ConvertToJpeg(picture, target, ReadSetting("JPEGCompression", "65"));
     case kSaveTiff:
-      return ImgEdit::SaveAs(picture, path);
+      return ImgEdit::SaveAs(picture, target);
     case kSaveIcon: {
       const IconParts icon = BuildIcon(picture);
-      return SaveIcon(icon.picImage, icon.picMask, path);
+      return SaveIcon(icon.picImage, icon.picMask, target);
     }
     default:
-      return SavePicture(picture, path);
+      return SavePicture(picture, target);
   }
 }
 
@@ -105,7 +119,9 @@ bool MayReplace(const ImageDocument& document, const std::string& name) {
 
 bool SaveFile(ImageDocument& document, const std::string& path) {
   if (path.empty()) return false;
-  const WriteResult result = Write(document.Buffer.Image(), path);
+  const WriteResult result = Write(document.Buffer.Image(), TargetFor(document, path));
+  const bool own = result.Done() || path == document.Buffer.Tag();
+  if (own && result.stamp.size >= 0) document.File = {result.stamp, kKinds[State.SaveType]};
   if (!result.Done()) {
     TellFailure(path, result.reason);
     return false;

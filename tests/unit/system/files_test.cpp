@@ -7,16 +7,21 @@
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <new>
+#include <ranges>
+#include <sstream>
+#include <utility>
 
 #include "codecs/PictureSamples.h"
 #include "surface/system/files/SafeFile.h"
+#include "system/Faults.h"
 
 namespace zelvane::test {
 namespace {
@@ -24,8 +29,9 @@ namespace {
 namespace fs = std::filesystem;
 
 std::string TextOf(const std::string& path) {
-  std::ifstream file(path);
-  return {std::istreambuf_iterator<char>(file), {}};
+  std::ostringstream text;
+  text << std::ifstream(path).rdbuf();
+  return text.str();
 }
 /// Hidden ones too.
 std::vector<std::string> NamesIn(const std::string& folder) {
@@ -101,20 +107,71 @@ TEST(Folders, TheTemporaryOneIsThisUsersAlone) {
   before.empty() ? qunsetenv("TMPDIR") : qputenv("TMPDIR", QByteArray::fromStdString(before));
 }
 
-TEST(WriteFileSafely, ReplacesTheFileAndKeepsItsRights) {
+TEST(WriteFileSafely, KeepsLinksAndWhatTheFileBears) {
   const Folder folder;
-  const std::string path = folder.Path("file"), link = folder.Path("link");
-  EXPECT_EQ(Fault(path, {'o', 'l', 'd'}), "");
+  const std::string path = folder.Put("file", "old"), link = folder.Path("link");
+  fs::create_symlink("file", folder.Path("inner link")), fs::create_symlink("inner link", link);
+  constexpr uid_t kOwner = 1234;
+  ::chown(path.c_str(), kOwner, kOwner);  // the superuser may
   fs::permissions(path, fs::perms{0751});
-  fs::create_symlink("file", link);
+  // Read by the owner, by one more user, and nobody else: version, then what for whom with which rights.
+  const Bytes list =
+      Numbers({2}, 4) + Numbers({1,      6,      0xFFFF, 0xFFFF, 2,      4,      4321, 0, 4,      0,
+                                 0xFFFF, 0xFFFF, 16,     4,      0xFFFF, 0xFFFF, 32,   0, 0xFFFF, 0xFFFF},
+                                2);
+  const bool listed = ::setxattr(path.c_str(), "system.posix_acl_access", list.data(), list.size(), 0) == 0;
+  const bool noted = ::setxattr(path.c_str(), "user.note", "x", 1, 0) == 0;
+  struct stat before = {}, after = {};
+  ::stat(path.c_str(), &before);
   EXPECT_EQ(Fault(link), "");
-  EXPECT_TRUE(fs::is_symlink(link));
+  ::stat(path.c_str(), &after);
   EXPECT_EQ(TextOf(path), "new");
-  EXPECT_EQ(fs::status(path).permissions(), fs::perms{0751});
+  EXPECT_EQ(after.st_mode, before.st_mode);
+  EXPECT_EQ(after.st_uid + after.st_gid, before.st_uid + before.st_gid);
+  Bytes got(list.size());
+  EXPECT_EQ(::getxattr(path.c_str(), "user.note", got.data(), 1) == 1, noted);
+  EXPECT_EQ(::getxattr(path.c_str(), "system.posix_acl_access", got.data(), got.size()) > 0, listed);
+  EXPECT_EQ(got == list, listed);
   fs::create_symlink("later", folder.Path("dangling"));
   EXPECT_EQ(Fault(folder.Path("dangling"), {}), "");
   EXPECT_EQ(fs::file_size(folder.Path("later")), 0u);
-  EXPECT_EQ(NamesIn(folder.Path(".")), (std::vector<std::string>{"dangling", "file", "later", "link"}));
+  EXPECT_EQ(NamesIn(folder.Path(".")),
+            (std::vector<std::string>{"dangling", "file", "inner link", "later", "link"}));
+}
+
+TEST(WriteFileSafely, KeepsUnderANameThatNothingHas) {
+  std::string longest = "x";
+  while (longest.size() < 255) longest += "ä";
+  const std::array<std::string, 3> cases[] = {
+      {"\xFF\xFE", "\xFF\xFE~", "\xFF\xFE~1~"},
+      {longest, longest.substr(0, 253) + "~", longest.substr(0, 251) + "~1~"}};
+  for (const auto& names : cases) {
+    const Folder folder;
+    WriteTarget target(folder.Path(".") + '/' + names[0]);
+    for (const unsigned char byte : {'1', '2', '3'}) {
+      EXPECT_EQ(WriteFileSafely(target, {byte}).reason, "");
+      target.keep = true;
+    }
+    std::string texts;
+    for (const std::string& name : names) {
+      texts += TextOf(folder.Path(".") + '/' + name);
+      fs::remove(folder.Path(".") + '/' + name);
+    }
+    EXPECT_EQ(texts, "312");
+    EXPECT_TRUE(NamesIn(folder.Path(".")).empty());
+  }
+}
+
+TEST(WriteFileSafely, KeepsAFileInAnotherStateThanTheOneKnown) {
+  const Folder folder;
+  WriteTarget target(folder.Path("file"));
+  for (int i = 0; i < 3; ++i) target.known = WriteFileSafely(target, {'a'}).stamp;
+  EXPECT_EQ(NamesIn(folder.Path(".")).size(), 1u);
+  folder.Put("file", "another program's");
+  target.known = WriteFileSafely(target, {'b'}).stamp;
+  EXPECT_EQ(TextOf(folder.Path("file~")), "another program's");
+  EXPECT_EQ(WriteFileSafely(target, {'c'}).reason, "");
+  EXPECT_EQ(NamesIn(folder.Path(".")).size(), 2u);
 }
 
 TEST(WriteFileSafely, RefusesWhatIsNoFileOrHasNoPlace) {
@@ -130,6 +187,125 @@ TEST(WriteFileSafely, RefusesWhatIsNoFileOrHasNoPlace) {
   for (const auto& [name, fault] : kCases) EXPECT_EQ(Fault(folder.Path(name)), fault) << name;
   EXPECT_EQ(Fault(folder.Path(std::string(300, 'x'))), "the name is too long");
   EXPECT_NE(Fault(""), "");
+}
+
+/// A file to be saved over, how, and on what kind of disk.
+struct Case {
+  const char* what;
+  bool old, second_name, closed_folder, keep, plain;
+};
+constexpr Case kCases[] = {{"new", false, false, false, false, false},
+                           {"replaced", true, false, false, false, false},
+                           {"kept", true, false, false, true, false},
+                           {"of two names", true, true, false, false, false},
+                           {"of two names, kept", true, true, false, true, false},
+                           {"in a closed folder", true, false, true, false, false},
+                           {"in a closed folder, kept", true, false, true, true, false},
+                           {"kept on a plain disk", true, false, false, true, true},
+                           {"in a closed folder on a plain disk", true, false, true, false, true}};
+
+/// Somebody whom rights keep out, in a temporary folder of his own.
+class Disk {
+ public:
+  explicit Disk(const Case& how) : how_(how) {
+    fs::create_directory(Path("in")), fs::create_directory(Path("tmp"));
+    qputenv("TMPDIR", QByteArray::fromStdString(Path("tmp")));
+    if (how.old) folder_.Put("in/file", kOld), ::setxattr(file.c_str(), "user.note", "x", 1, 0);
+    if (how.second_name) fs::create_hard_link(file, Path("in/second"));
+    for (const char* name : {".", "in", "tmp", "in/file"}) ::chown(Path(name).c_str(), kNobody, kNobody);
+    if (how.closed_folder) fs::permissions(Path("in"), fs::perms{0555});
+    ::seteuid(kNobody);
+  }
+  ~Disk() {
+    ::seteuid(::getuid());
+    fs::permissions(Path("in"), fs::perms{0755});
+    qunsetenv("TMPDIR");
+  }
+  WriteResult Save(const Faults& planned = {}) {
+    WriteTarget target(file);
+    target.keep = how_.keep;
+    faults = planned, faults.plain = how_.plain;
+    const WriteResult result = WriteFileSafely(target, Bytes(kNew.begin(), kNew.end()));
+    reached = std::exchange(faults, {}).reached;
+    return result;
+  }
+  std::string Path(const std::string& name) const { return folder_.Path(name); }
+  /// What lies beside the file, and in the temporary folder.
+  std::vector<std::string> Leftovers() const {
+    std::vector<std::string> paths;
+    for (const char* folder : {"in", "tmp"})
+      for (const auto& entry : fs::recursive_directory_iterator(Path(folder)))
+        if (entry.is_regular_file() && entry.path().filename() != "file" &&
+            entry.path().filename() != "second")
+          paths.push_back(entry.path());
+    return paths;
+  }
+
+  static constexpr uid_t kNobody = 65534;
+  inline static const std::string kOld = std::string(70000, 'o'), kNew = std::string(80000, 'n');
+  bool reached = false;
+
+ private:
+  Folder folder_;
+  const Case& how_;
+
+ public:
+  const std::string file = Path("in/file");
+};
+
+bool IsKept(const std::vector<std::string>& paths) {
+  return std::ranges::any_of(
+      paths, [](const auto& path) { return path.ends_with('~') && TextOf(path) == Disk::kOld; });
+}
+
+TEST(WriteFileSafely, WhateverCallFailsTheOldFileOrTheNewOneStandsWhole) {
+  for (const Case& how : kCases) {
+    for (const Faults& kind : {Faults{0, EIO}, Faults{0, EPERM}, Faults{0, EIO, true}}) {
+      bool reached = true;
+      for (int call = 1; reached; ++call) {
+        Disk disk(how);
+        Faults planned = kind;
+        planned.call = call;
+        const WriteResult result = disk.Save(planned);
+        reached = disk.reached;
+        const std::string told = std::string(how.what) + ' ' + std::to_string(call) + ' ' +
+                                 std::to_string(kind.error) + result.reason;
+        const std::vector<std::string> left = disk.Leftovers();
+        const bool placed = result.stamp.size >= 0;
+        EXPECT_LE(result.Done(), placed) << told;
+        if (const size_t at = result.reason.find('/'); at != std::string::npos) {
+          EXPECT_EQ(left, std::vector{result.reason.substr(at)}) << told;
+          EXPECT_TRUE(IsKept(left)) << told;
+          continue;
+        }
+        EXPECT_EQ(FileExists(disk.file), placed || how.old) << told;
+        EXPECT_EQ(TextOf(disk.file), placed ? Disk::kNew : how.old ? Disk::kOld : "") << told;
+        EXPECT_EQ(IsKept(left), placed && how.keep) << told;
+        EXPECT_EQ(left.size(), placed && how.keep ? 1u : 0u) << told;
+        EXPECT_TRUE(!how.second_name || TextOf(disk.Path("in/second")) == TextOf(disk.file)) << told;
+        EXPECT_TRUE(reached || result.Done() != (how.keep && how.closed_folder)) << told;
+      }
+    }
+  }
+}
+
+TEST(WriteFileSafely, WhereverItIsKilledTheOldFileOrTheNewOneStandsWhole) {
+  for (const Case& how : kCases) {
+    int status = 0;
+    for (int call = 1; status == 0; ++call) {
+      Disk disk(how);
+      if (const pid_t writer = ::fork(); writer != 0)
+        ASSERT_EQ(::waitpid(writer, &status, 0), writer);
+      else
+        disk.Save({call, Faults::kEnd}), ::_exit(1);
+      const std::string now = TextOf(disk.file);
+      EXPECT_TRUE(now == Disk::kNew || now == (how.old ? Disk::kOld : "") || IsKept(disk.Leftovers()))
+          << how.what << call;
+      disk.Save();
+      for (const std::string& path : disk.Leftovers())
+        EXPECT_TRUE(path.ends_with('~')) << path << how.what << call;
+    }
+  }
 }
 
 TEST(WriteFileSafely, WhateverFailsLeavesTheOldFileAlone) {
@@ -187,16 +363,11 @@ TEST(WriteFileSafely, AFullOrReadOnlyDiskLeavesTheOldFile) {
   ::umount(disk.c_str());
 }
 
-TEST(WriteFileSafely, ProtectedFilesAndFoldersStay) {
-  if (::geteuid() == 0) GTEST_SKIP() << "nothing is protected from the superuser";
-  const Folder folder;
-  const std::string path = folder.Put("file", "old");
-  for (const auto& [of_file, of_folder] : {std::pair{0444, 0755}, {0644, 0555}}) {
-    fs::permissions(path, fs::perms(of_file)), fs::permissions(folder.Path("."), fs::perms(of_folder));
-    EXPECT_EQ(Fault(path), "permission denied");
-  }
-  EXPECT_EQ(TextOf(path), "old");
-  fs::permissions(folder.Path("."), fs::perms{0755});
+TEST(WriteFileSafely, AProtectedFileStays) {
+  Disk disk(kCases[1]);
+  fs::permissions(disk.file, fs::perms{0444});
+  EXPECT_EQ(disk.Save().reason, "permission denied");
+  EXPECT_EQ(TextOf(disk.file), Disk::kOld);
 }
 
 }  // namespace

@@ -200,8 +200,8 @@ void SurviveFileSizeLimit() {
   ::signal(SIGXFSZ, SIG_IGN);
 }
 
-WriteResult WriteFileSafely(const std::string& path, const std::vector<unsigned char>& bytes) {
-  return WriteSafely(path, [&](const auto& sink) { return sink(bytes.data(), bytes.size()); });
+WriteResult WriteFileSafely(const WriteTarget& target, const std::vector<unsigned char>& bytes) {
+  return WriteSafely(target, [&](const auto& sink) { return sink(bytes.data(), bytes.size()); });
 }
 
 }  // namespace zelvane

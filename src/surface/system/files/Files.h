@@ -2,7 +2,9 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 /// Files, folders and where they are. Paths are UTF-8.
@@ -58,14 +60,25 @@ struct FileStamp {
   friend bool operator==(const FileStamp&, const FileStamp&) = default;
 };
 
+/// Where to write, and what becomes of a file that stands there: it's kept beside, as its name with "~"
+/// behind, where `keep` says so or where its state isn't the one `known`.
+struct WriteTarget {
+  WriteTarget(std::string file) : path(std::move(file)) {}
+  std::string path;
+  std::optional<FileStamp> known;
+  bool keep = false;
+};
+
 /// How the writing of a file went. `reason` is a phrase for a person, empty where it worked.
 struct WriteResult {
   std::string reason;
+  FileStamp stamp = {};  ///< of what stands there now; a size of -1 where nothing was put in place
   bool Done() const { return reason.empty(); }
 };
 
-/// Puts `bytes` into the file `path`: the file that stood there stands until the new one is whole and on the
-/// disk, and stays where anything fails. Follows symbolic links; refuses anything but a regular file.
-WriteResult WriteFileSafely(const std::string& path, const std::vector<unsigned char>& bytes);
+/// Puts `bytes` into the file: the one that stood there stands until the new one is whole and on the disk,
+/// and stays where anything fails. Follows symbolic links; refuses anything but a regular file. What the file
+/// bore besides its bytes stays: mode, owner, group, attributes, access list, all of its names.
+WriteResult WriteFileSafely(const WriteTarget& target, const std::vector<unsigned char>& bytes);
 
 }  // namespace zelvane

@@ -83,9 +83,9 @@ struct Ahead {
   std::future<std::optional<LoadedPicture>> picture;
 } ahead;
 
-WriteResult Write(const Bitmap& picture, const std::string& path, const PieceSource& source) {
+WriteResult Write(const Bitmap& picture, const WriteTarget& target, const PieceSource& source) {
   if (picture.IsEmpty()) return {"the picture is empty"};
-  return WriteSafely(path, source);
+  return WriteSafely(target, source);
 }
 
 }  // namespace
@@ -105,20 +105,21 @@ std::optional<LoadedPicture> LoadPicture(const std::string& path) {
   return ReadPicture(path);
 }
 
-WriteResult SavePicture(const Bitmap& picture, const std::string& path) {
-  return Write(picture, path, [&](const PieceSink& sink) { return EncodeBmp(picture, sink); });
+WriteResult SavePicture(const Bitmap& picture, const WriteTarget& target) {
+  return Write(picture, target, [&](const PieceSink& sink) { return EncodeBmp(picture, sink); });
 }
 
-WriteResult SaveJpeg(const Bitmap& picture, double compression, const std::string& path) {
-  return Write(picture, path, [&](const PieceSink& sink) { return EncodeJpeg(picture, compression, sink); });
+WriteResult SaveJpeg(const Bitmap& picture, double compression, const WriteTarget& target) {
+  return Write(picture, target,
+               [&](const PieceSink& sink) { return EncodeJpeg(picture, compression, sink); });
 }
 
-WriteResult SaveTiff(const Bitmap& picture, const std::string& path) {
-  return Write(picture, path, [&](const PieceSink& sink) { return EncodeTiff(picture, sink); });
+WriteResult SaveTiff(const Bitmap& picture, const WriteTarget& target) {
+  return Write(picture, target, [&](const PieceSink& sink) { return EncodeTiff(picture, sink); });
 }
 
-WriteResult SaveIcon(const Bitmap& image, const Bitmap& mask, const std::string& path) {
-  return Write(image, path, [&](const PieceSink& sink) { return EncodeIco(image, mask, sink); });
+WriteResult SaveIcon(const Bitmap& image, const Bitmap& mask, const WriteTarget& target) {
+  return Write(image, target, [&](const PieceSink& sink) { return EncodeIco(image, mask, sink); });
 }
 
 }  // namespace zelvane

@@ -29,12 +29,12 @@ std::optional<LoadedPicture> LoadPicture(const std::string& path);
 /// can't be read, that call finds out for itself.
 void ReadAhead(const std::string& path);
 
-/// Writes a Windows bitmap file of 24 bits a pixel, whatever the path says, as `WriteFileSafely` does.
-WriteResult SavePicture(const Bitmap& picture, const std::string& path);
+/// Writes a Windows bitmap file of 24 bits a pixel, whatever its name says, as `WriteFileSafely` does.
+WriteResult SavePicture(const Bitmap& picture, const WriteTarget& target);
 
 /// The same for other kinds of file (`surface/codecs/PictureEncoder.h` tells what the arguments mean).
-WriteResult SaveJpeg(const Bitmap& picture, double compression, const std::string& path);
-WriteResult SaveTiff(const Bitmap& picture, const std::string& path);
-WriteResult SaveIcon(const Bitmap& image, const Bitmap& mask, const std::string& path);
+WriteResult SaveJpeg(const Bitmap& picture, double compression, const WriteTarget& target);
+WriteResult SaveTiff(const Bitmap& picture, const WriteTarget& target);
+WriteResult SaveIcon(const Bitmap& image, const Bitmap& mask, const WriteTarget& target);
 
 }  // namespace zelvane

@@ -1,18 +1,14 @@
 #include "surface/system/files/SafeFile.h"
 
-#include <dirent.h>
 #include <fcntl.h>
-#include <sys/file.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <climits>
 #include <cstdint>
 #include <cstring>
-#include <filesystem>
 #include <new>
-#include <random>
-#include <string_view>
+#include <utility>
 
 #include "surface/raster/Bitmap.h"
 
@@ -39,6 +35,9 @@ std::string PhraseFor(int error) {
       return "the name is too long";
     case ELOOP:
       return "the link leads back to itself";
+    case EBUSY:
+    case ETXTBSY:
+      return "the file is in use";
     case ENOMEM:
       return "there isn't enough memory";
     case EIO:
@@ -48,51 +47,52 @@ std::string PhraseFor(int error) {
   }
 }
 
-constexpr std::string_view kDraftStart = ".zelvane-";
-constexpr std::string_view kDigits = "0123456789abcdefghijklmnopqrstuv";
-constexpr size_t kDraftDigits = 12;
-constexpr int kTries = 100;
 constexpr mode_t kReadWrite = 0666;  // less what the user's mask takes away
+constexpr mode_t kOwnerOnly = 0600;  // until it has the old file's rights
 
-/// Hidden, short whatever the target's name, and not one that another process takes.
-std::string DraftIn(const std::string& folder) {
-  std::random_device random;
-  std::string name(kDraftStart);
-  for (size_t i = 0; i < kDraftDigits; ++i) name += kDigits[random() % kDigits.size()];
-  return (std::filesystem::path(folder) / name).string();
+/// The folder takes no new names, or the name stands for more than a file of this folder.
+bool IsPlaceRefused(int error) {
+  return error == EACCES || error == EPERM || error == EBUSY;
 }
 
-bool IsDraft(std::string_view name) {
-  return name.size() == kDraftStart.size() + kDraftDigits && name.starts_with(kDraftStart) &&
-         name.find_first_not_of(kDigits, kDraftStart.size()) == std::string_view::npos;
+bool KnowsNoLinks(int error) {
+  return error == EPERM || error == EOPNOTSUPP || error == EMLINK || error == ENOSYS;
 }
 
-/// A draft is locked as long as somebody writes it. False only where somebody else holds the lock.
-bool LockDraft(int file) {
-  return ::flock(file, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
+/// "name~", then "name~1~", "name~2~"; the name is cut between characters where the whole would be too long.
+std::string KeptName(const Descriptor& folder, const std::string& name, int number) {
+  const std::string tail = number == 0 ? "~" : '~' + std::to_string(number) + '~';
+  const long most = ::fpathconf(folder.Get(), _PC_NAME_MAX);
+  const size_t room = static_cast<size_t>(most > 0 ? most : NAME_MAX) - tail.size();
+  if (name.size() <= room) return name + tail;
+  size_t end = room;
+  while (end > 1 && (name[end] & 0xC0) == 0x80) --end;
+  return name.substr(0, end) + tail;
 }
 
-/// Removes the draft where it's this user's and nobody holds its lock any more.
-void SweepDraft(int folder, const char* name) {
-  const int file = ::openat(folder, name, O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
-  if (file < 0) return;
-  struct stat found = {};
-  const bool ours = ::fstat(file, &found) == 0 && S_ISREG(found.st_mode) && found.st_uid == ::geteuid();
-  if (ours && ::flock(file, LOCK_EX | LOCK_NB) == 0) ::unlinkat(folder, name, 0);
-  ::close(file);
-}
-
-void SweepDrafts(const std::string& path) {
-  DIR* folder = ::opendir(path.c_str());
-  if (!folder) return;
-  while (const dirent* entry = ::readdir(folder)) {
-    if (IsDraft(entry->d_name)) SweepDraft(::dirfd(folder), entry->d_name);
+/// Tries names to keep `name` under until `take` finds one that nothing has, and returns that one in `kept`.
+template <class Take>
+int TakeKeptName(const Descriptor& folder, const std::string& name, std::string& kept, const Take& take) {
+  constexpr int kMost = 10000;
+  int error = EEXIST;
+  for (int i = 0; i < kMost && error == EEXIST; ++i) {
+    const std::string next = KeptName(folder, name, i);
+    error = take(next);
+    if (error == 0) kept = next;
   }
-  ::closedir(folder);
+  return error;
 }
 
-std::string DescriptorPath(int file) {
-  return "/proc/self/fd/" + std::to_string(file);
+Descriptor OpenOld(const Descriptor& folder, const std::string& name, int access) {
+  // A pipe that has taken the name would block an ordinary open.
+  constexpr int kOnlyFiles = O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
+  return Descriptor(::openat(folder.Get(), name.c_str(), access | kOnlyFiles));
+}
+
+/// Room for what is longer than the old file, before anything of that is touched.
+int Reserve(int file, off_t old_size, off_t size) {
+  if (size <= old_size || ::fallocate(file, FALLOC_FL_KEEP_SIZE, 0, size) == 0) return 0;
+  return errno == ENOSPC || errno == EDQUOT || errno == EFBIG || errno == EIO ? errno : 0;
 }
 
 }  // namespace
@@ -101,111 +101,69 @@ FileStamp StampOf(const struct stat& found) {
   return {found.st_dev, found.st_ino, found.st_size, found.st_mtim.tv_sec, found.st_mtim.tv_nsec};
 }
 
-SafeFile::SafeFile(const std::string& path) {
-  FindTarget(path);
+SafeFile::SafeFile(const WriteTarget& target) : wanted_(target) {
+  FindTarget(target.path);
   if (!Failed()) CreateDraft();
-  if (!Failed() && replaces_) TakeOverRights();
 }
 
-SafeFile::~SafeFile() {
-  if (file_ >= 0) ::close(file_);
-  if (!draft_.empty()) ::unlink(draft_.c_str());
-}
-
-void SafeFile::FindTarget(const std::string& path) {
+void SafeFile::FindTarget(std::filesystem::path path) {
   constexpr int kMostLinks = 40;  // as many as the kernel follows
-  std::filesystem::path target = path;
   struct stat found = {};
-  for (int links = 0; ::lstat(target.c_str(), &found) == 0 && S_ISLNK(found.st_mode); ++links) {
+  for (int links = 0; ::lstat(path.c_str(), &found) == 0 && S_ISLNK(found.st_mode); ++links) {
     std::error_code error;
-    const std::filesystem::path link = std::filesystem::read_symlink(target, error);
+    const std::filesystem::path link = std::filesystem::read_symlink(path, error);
     if (error || links == kMostLinks) return Fail(error ? error.value() : ELOOP);
-    target = target.parent_path() / link;
+    path = path.parent_path() / link;
   }
-  target_ = target.string();
-  folder_ = target.has_parent_path() ? target.parent_path().string() : ".";
-  if (::lstat(target.c_str(), &found) != 0) {
-    if (errno != ENOENT) return Fail(errno);
-    if (!target.has_filename()) reason_ = "the file has no name";
+  LookAt(path);
+}
+
+void SafeFile::LookAt(const std::filesystem::path& path) {
+  name_ = path.filename().string();
+  own_.path = path.has_parent_path() ? path.parent_path().string() : ".";
+  own_.folder = OpenFolder(own_.path);
+  if (!own_.folder.IsOpen()) return Fail(errno);
+  if (name_.empty()) {
+    reason_ = path.empty() ? "the file has no name" : "it is a folder";
     return;
   }
-  replaces_ = true;
-  if (S_ISDIR(found.st_mode)) {
+  replaces_ = ::fstatat(own_.folder.Get(), name_.c_str(), &old_, AT_SYMLINK_NOFOLLOW) == 0;
+  if (!replaces_) {
+    if (errno != ENOENT) Fail(errno);
+  } else if (S_ISDIR(old_.st_mode)) {
     reason_ = "it is a folder";
-  } else if (!S_ISREG(found.st_mode)) {
+  } else if (!S_ISREG(old_.st_mode)) {
     reason_ = "it is a device or the like, not a file";
-  } else if (::faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) != 0) {
+  } else if (::faccessat(own_.folder.Get(), name_.c_str(), W_OK, AT_EACCESS) != 0) {
     Fail(errno);  // a replacement would get round the protection of the file
   }
 }
 
 void SafeFile::CreateDraft() {
-  SweepDrafts(folder_);
-  if (!CreateUnnamed()) CreateNamed();
-}
-
-/// False where the file system knows no files without a name, or the name couldn't be given later.
-bool SafeFile::CreateUnnamed() {
-  file_ = ::open(folder_.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, kReadWrite);
-  if (file_ < 0) return false;
-  if (::access(DescriptorPath(file_).c_str(), F_OK) == 0) return LockDraft(file_);
-  ::close(file_);
-  file_ = -1;
-  return false;
-}
-
-void SafeFile::CreateNamed() {
-  int error = EEXIST;
-  for (int i = 0; i < kTries && error == EEXIST; ++i) {
-    const std::string draft = DraftIn(folder_);
-    file_ = ::open(draft.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kReadWrite);
-    error = file_ >= 0 ? 0 : errno;
-    if (file_ < 0) continue;
-    // Until it's locked, another process may take it for a dead one and sweep it.
-    struct stat made = {};
-    if (LockDraft(file_) && ::fstat(file_, &made) == 0 && made.st_nlink > 0) {
-      draft_ = draft;
-      return;
-    }
-    ::close(file_);
-    file_ = -1;
-    error = EEXIST;
+  in_place_ = replaces_ && old_.st_nlink > 1;
+  int error = draft_.Create(own_.folder, replaces_ ? kOwnerOnly : kReadWrite);
+  if (replaces_ && IsPlaceRefused(error)) {
+    in_place_ = true;
+    error = OpenTemporary();
+    if (error == 0) error = draft_.Create(temporary_.folder, kOwnerOnly);
   }
-  Fail(error);
-}
-
-/// A name can't be given over an existing one, so the draft gets one of its own before it replaces the file.
-void SafeFile::GiveName() {
-  const std::string unnamed = DescriptorPath(file_);
-  int error = EEXIST;
-  for (int i = 0; i < kTries && error == EEXIST; ++i) {
-    const std::string draft = DraftIn(folder_);
-    error = ::linkat(AT_FDCWD, unnamed.c_str(), AT_FDCWD, draft.c_str(), AT_SYMLINK_FOLLOW) == 0 ? 0 : errno;
-    if (error == 0) draft_ = draft;
+  if (error == 0 && replaces_ && !in_place_) {
+    error = CopyRights(old_, OpenOld(own_.folder, name_, O_RDONLY).Get(), draft_.File());
   }
-  if (error != 0) Fail(error);
+  Check(error);
 }
 
-void SafeFile::TakeOverRights() {
-  struct stat old = {};
-  if (::stat(target_.c_str(), &old) != 0) return Fail(errno);
-  // Only the superuser gives files away; for others the new file is theirs, which is no reason to lose a
-  // picture.
-  const bool same_owner = ::fchown(file_, old.st_uid, old.st_gid) == 0;
-  constexpr mode_t kRights = 0777, kAllBits = 07777;
-  if (::fchmod(file_, old.st_mode & (same_owner ? kAllBits : kRights)) != 0) Fail(errno);
+int SafeFile::OpenTemporary() {
+  if (temporary_.folder.IsOpen()) return 0;
+  temporary_.path = OwnTemporaryFolder();
+  temporary_.folder = OpenFolder(temporary_.path);
+  return temporary_.folder.IsOpen() ? 0 : errno;
 }
 
 void SafeFile::Write(const void* bytes, size_t count) {
-  const auto* at = static_cast<const unsigned char*>(bytes);
-  while (count > 0 && !Failed()) {
-    const ssize_t done = ::write(file_, at, count);
-    if (done < 0 && errno == EINTR) continue;
-    if (done <= 0) return Fail(done == 0 ? ENOSPC : errno);
-    at += done;
-    count -= static_cast<size_t>(done);
-    written_ += static_cast<size_t>(done);
-  }
+  if (Failed()) return;
+  if (const int error = WriteAll(draft_.File(), bytes, count)) return Fail(error);
+  written_ += count;
   StartFlushing();
 }
 
@@ -213,49 +171,122 @@ void SafeFile::Write(const void* bytes, size_t count) {
 /// Only a hint; where it fails the flush does it all.
 void SafeFile::StartFlushing() {
   constexpr size_t kPiece = size_t{4} << 20;
-  if (Failed() || written_ - flushing_ < kPiece) return;
-  ::sync_file_range(file_, static_cast<off_t>(flushing_), static_cast<off_t>(written_ - flushing_),
+  if (written_ - flushing_ < kPiece) return;
+  ::sync_file_range(draft_.File(), static_cast<off_t>(flushing_), static_cast<off_t>(written_ - flushing_),
                     SYNC_FILE_RANGE_WRITE);
   flushing_ = written_;
 }
 
 WriteResult SafeFile::Commit() {
   struct stat made = {};
-  if (!Failed() && ::fsync(file_) != 0) Fail(errno);
-  if (!Failed() && ::fstat(file_, &made) != 0) Fail(errno);
+  if (!Failed()) Check(Sync(draft_.File()));
+  if (!Failed() && ::fstat(draft_.File(), &made) != 0) Fail(errno);
   if (!Failed() && static_cast<uint64_t>(made.st_size) != written_) Fail(EIO);
-  if (!Failed() && draft_.empty()) GiveName();
-  if (!Failed()) Replace();
-  if (Failed()) return {reason_};
-  FlushFolder();
-  return {};
+  if (!Failed()) LookAgain();
+  if (!Failed()) in_place_ ? WriteInPlace() : Put();
+  return {reason_, stamp_};
 }
 
-/// Closing tells what went wrong late. The second handle keeps the draft locked until it has its place.
-void SafeFile::Replace() {
-  const int lock = ::dup(file_);
-  if (::close(file_) != 0) Fail(errno);
-  file_ = lock;
-  if (!Failed() && ::rename(draft_.c_str(), target_.c_str()) != 0) Fail(errno);
-  if (!Failed()) draft_.clear();
+/// Another program may have written the file since it was found.
+void SafeFile::LookAgain() {
+  struct stat now = {};
+  if (::fstatat(own_.folder.Get(), name_.c_str(), &now, AT_SYMLINK_NOFOLLOW) != 0) {
+    return errno == ENOENT ? void() : Fail(errno);
+  }
+  keep_ = wanted_.keep || (wanted_.known && StampOf(now) != *wanted_.known);
 }
 
-/// The new name to the disk too. The file is in its place by now, so a failure changes nothing: the old or
-/// the new one will be found, each whole.
-void SafeFile::FlushFolder() const {
-  const int folder = ::open(folder_.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  if (folder < 0) return;
-  ::fsync(folder);
-  ::close(folder);
+void SafeFile::Put() {
+  int error = keep_ ? KeepBeside() : 0;
+  if (error == 0) error = draft_.Replace(name_);
+  if (error == 0) {
+    TakeStamp(draft_.File());
+    return Check(Sync(own_.folder.Get()));
+  }
+  DropKept();
+  replaces_&& IsPlaceRefused(error) ? WriteInPlace() : Fail(error);
+}
+
+/// A second name, since a file that is renamed would leave its name without any for a while.
+int SafeFile::KeepBeside() {
+  const int folder = own_.folder.Get();
+  const int error = TakeKeptName(own_.folder, name_, kept_, [&](const std::string& kept) {
+    return ::linkat(folder, name_.c_str(), folder, kept.c_str(), 0) == 0 ? 0 : errno;
+  });
+  kept_in_ = &own_;
+  return KnowsNoLinks(error) ? KeepCopy(own_) : error;
+}
+
+/// The copy has its name once it's whole and on the disk.
+int SafeFile::KeepCopy(const Place& place) {
+  const Descriptor old = OpenOld(own_.folder, name_, O_RDONLY);
+  struct stat found = {};
+  if (!old.IsOpen() || ::fstat(old.Get(), &found) != 0) return errno;
+  kept_in_ = &place;
+  int error = copy_.Create(place.folder, kOwnerOnly);
+  if (error == 0) error = CopyContents(old.Get(), found.st_size, copy_.File());
+  if (error == 0) error = CopyRights(found, old.Get(), copy_.File());
+  const auto take = [this](const std::string& name) { return copy_.TakeName(name); };
+  if (error == 0) error = TakeKeptName(place.folder, name_, kept_, take);
+  return error == 0 ? Sync(place.folder.Get()) : error;
+}
+
+/// Beside the file or, where it's only until the new bytes are on the disk, in the temporary folder.
+void SafeFile::KeepForNow() {
+  int error = KeepCopy(own_);
+  if (error != 0) DropKept();
+  if (IsPlaceRefused(error) && keep_) {
+    reason_ = "the old file holds what the new one doesn't, and can't be kept beside it";
+    return;
+  }
+  if (IsPlaceRefused(error)) {
+    error = OpenTemporary();
+    if (error == 0) error = KeepCopy(temporary_);
+  }
+  Check(error);
+}
+
+void SafeFile::DropKept() {
+  if (!kept_.empty()) ::unlinkat(kept_in_->folder.Get(), kept_.c_str(), 0);
+  kept_.clear();
+}
+
+void SafeFile::WriteInPlace() {
+  const Descriptor target = OpenOld(own_.folder, name_, O_RDWR);
+  struct stat found = {};
+  if (!target.IsOpen() || ::fstat(target.Get(), &found) != 0) return Fail(errno);
+  KeepForNow();
+  if (!Failed()) Overwrite(target.Get(), found.st_size);
+  if (Failed() || !keep_) DropKept();
+}
+
+void SafeFile::Overwrite(int target, off_t old_size) {
+  const auto size = static_cast<off_t>(written_);
+  if (const int error = Reserve(target, old_size, size)) return Fail(error);
+  const int error = CopyContents(draft_.File(), size, target);
+  if (error == 0) return TakeStamp(target);
+  Fail(error);
+  if (CopyContents(copy_.File(), old_size, target) == 0) return;
+  reason_ += "; what stood in the file is kept as " + JoinPath(kept_in_->path, kept_);
+  kept_.clear();
+}
+
+void SafeFile::TakeStamp(int file) {
+  struct stat made = {};
+  if (::fstat(file, &made) == 0) stamp_ = StampOf(made);
+}
+
+void SafeFile::Check(int error) {
+  if (error != 0) Fail(error);
 }
 
 void SafeFile::Fail(int error) {
   reason_ = PhraseFor(error);
 }
 
-WriteResult WriteSafely(const std::string& path, const PieceSource& source) {
+WriteResult WriteSafely(const WriteTarget& target, const PieceSource& source) {
   try {
-    SafeFile file(path);
+    SafeFile file(target);
     const bool whole = file.Failed() || source([&](const void* bytes, size_t count) {
                          file.Write(bytes, count);
                          return !file.Failed();
