@@ -23,6 +23,13 @@ bool SplashIsOn() {
   return ReadNumber("ShowSplashScreen", 1) == 1.0;
 }
 
+/// A caption that shows a file's name as it is: a single "&" would underline the letter behind it.
+std::string CaptionOf(const std::string& path) {
+  std::string caption;
+  for (const char character : NameOf(path)) caption.append(character == '&' ? 2 : 1, character);
+  return caption;
+}
+
 void WireRecentEntries(MainMenu& menu) {
   const auto entries = menu.RecentEntries();
   for (size_t i = 0; i < entries.size(); ++i)
@@ -141,7 +148,7 @@ void ShowRecentList() {
   const auto entries = MainForm->Menus.RecentEntries();
   for (size_t i = 0; i < entries.size(); ++i) {
     const std::string& path = State.RecentFiles[i];
-    entries[i]->SetCaption(path.empty() ? ";File" + std::to_string(i + 1) : NameOf(path));
+    entries[i]->SetCaption(path.empty() ? ";File" + std::to_string(i + 1) : CaptionOf(path));
     entries[i]->SetEnabled(!path.empty());
     if (i > 0) entries[i]->SetVisible(!path.empty());
   }

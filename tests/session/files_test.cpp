@@ -18,6 +18,7 @@
 #include "shell/state/RecentFiles.h"
 #include "shell/state/Settings.h"
 #include "tools/SelectTool.h"
+#include "ui/MsgBox.h"
 
 using namespace zelvane;
 
@@ -58,14 +59,14 @@ TEST_F(Files, ThePanelTellsWhatTheFileHolds) {
 
 TEST_F(Files, ThePictureOfTheCommandLineOpens) {
   const QImage picture = Noise(71, 43);
-  const std::string path = MakePicture("a b.png", picture);
+  const std::string path = MakePicture("a & b.png", picture);
   for (const std::string& tail : {path, '"' + path, path + '"', '"' + path + '"'}) {
     Start(tail);
     EXPECT_EQ(Picture(Document().Buffer), picture) << tail;
   }
   EXPECT_EQ(Document().Caption(), path + " - 100%");
   EXPECT_EQ(State.RecentFiles[0], path);
-  EXPECT_EQ(MainForm->Menus.mnuFile1.Caption(), "a b.png");
+  EXPECT_EQ(MainForm->Menus.mnuFile1.Caption(), "a && b.png") << "shows the name as it is";
 }
 
 TEST_F(Files, AFileThatIsWholeAMomentLaterIsRead) {
@@ -115,6 +116,8 @@ TEST_F(Files, DroppedFilesOpenOneAfterTheOther) {
 
   EXPECT_FALSE(drop("http://example.org/a.png\r\nfile://elsewhere" + last));
   EXPECT_FALSE(drop("file:" + last, Qt::MoveAction));
+  QTimer::singleShot(0, [&] { EXPECT_FALSE(drop("file:" + last)) << "while a question is up"; });
+  Answering({"OK"}, [] { MsgBox("text", kOkOnly); });
   MainForm->SetEnabled(false);
   EXPECT_FALSE(drop("file:" + last));
 }

@@ -60,7 +60,7 @@ void Menu::Native::Make(const std::string& shortcut_text) {
 
 /// The caption with the shortcut in a column of its own.
 QString Menu::Native::Text() const {
-  const QString caption = ToQt(self.caption_);
+  const QString caption = OneLine(ToQt(self.caption_));
   return shortcut ? caption + '\t' + shortcut->key().toString(QKeySequence::NativeText) : caption;
 }
 
