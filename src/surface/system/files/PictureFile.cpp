@@ -16,10 +16,15 @@
 #include "surface/codecs/PictureEncoder.h"
 #include "surface/raster/Memory.h"
 #include "surface/system/files/SafeFile.h"
+#include "surface/system/metafiles/Metafile.h"
 
 namespace zelvane {
 
 namespace {
+
+bool MayBePicture(ByteView start) {
+  return LooksLikePicture(start) || LooksLikeMetafile(start);
+}
 
 /// The whole of a regular file in memory: mapping it instead would end the program when somebody cuts the
 /// file short while it's read.
@@ -47,7 +52,7 @@ class FileBytes {
   void Read(int file, size_t size) {
     std::array<unsigned char, kPictureStart> start{};
     const ssize_t begun = ::pread(file, start.data(), start.size(), 0);
-    if (begun <= 0 || !LooksLikePicture({start.data(), static_cast<size_t>(begun)})) return;
+    if (begun <= 0 || !MayBePicture({start.data(), static_cast<size_t>(begun)})) return;
     if (static_cast<int64_t>(size) > AvailableMemory() / 2) return;
     // In whole huge pages, where the system has them: fewer faults than there are small pages.
     constexpr size_t kHugePage = size_t{2} << 20;
@@ -71,7 +76,9 @@ class FileBytes {
 
 std::optional<LoadedPicture> ReadPicture(const std::string& path) {
   const FileBytes bytes(path);
-  std::optional<DecodedPicture> picture = DecodePicture(bytes.View(), LimitByMemory());
+  const bool metafile = LooksLikeMetafile(bytes.View());
+  std::optional<DecodedPicture> picture =
+      metafile ? DecodeMetafile(bytes.View(), LimitByMemory()) : DecodePicture(bytes.View(), LimitByMemory());
   if (!picture) return std::nullopt;
   const WrittenKind kind = picture->whole_as;
   return LoadedPicture{std::move(*picture), {bytes.Stamp(), kind}};

@@ -20,9 +20,9 @@ struct LoadedPicture : Bitmap {
 };
 
 /// Reads a picture file; the bytes decide which reader, not the name. Transparent parts lie on white, an EXIF
-/// rotation is carried out, the first frame of an animation and the largest picture of an icon is taken. No
-/// value where the file is missing, damaged or cut short, of no known kind, larger than 32,767 a side, or
-/// than memory holds.
+/// rotation is carried out, the first frame of an animation and the largest picture of an icon is taken, a
+/// metafile is played (`Metafile.h`). No value where the file is missing, damaged or cut short, of no known
+/// kind, larger than 32,767 a side, or than memory holds.
 std::optional<LoadedPicture> LoadPicture(const std::string& path);
 
 /// Begins to read a picture on a thread of its own, for the next `LoadPicture` of that path to take. Where it
