@@ -48,6 +48,21 @@ def drop(desk, place, paths):
     check("deleted" not in said(), "the files were given away")
 
 
+def name_in_file_window(desk, program, folder, name):
+    """Goes into the folder in the file window that is up, has the picture saved there, and returns its path."""
+    entry = program.find("File name:", role="text")
+    for typed in folder + "/", name:
+        wait_for("the window in front", program.in_front)
+        desk.click(*entry.settled().centre())
+        wait_for("the keyboard in the name box", entry.has_keyboard)
+        desk.hand("key", "ctrl+a", "type", "--delay", 1, typed)
+        wait_for(f'the name "{typed}"', lambda: entry.text() == typed)
+        program.key("Return")
+    path = os.path.join(folder, name + ".bmp")
+    wait_for(path, lambda: os.path.exists(path))
+    return path
+
+
 def new_image(desk):
     program = desk.start()
     program.key("ctrl+n")
@@ -61,8 +76,21 @@ def new_image(desk):
     program.answer(CHANGED, "Cancel")
     desk.wait_for_pixel(sheet.place(30, 20), BLACK)
     program.key("ctrl+w")
-    program.answer(CHANGED, "No")
+    program.answer(CHANGED, "Yes")
+    os.mkdir(desk.path("kept"))
+    path = name_in_file_window(desk, program, desk.path("kept"), "mine")
     wait_for("the document to close", lambda: not program.shows("drawing - 100%"))
+    desk.expect_picture(path, sheet.picture)
+
+    program.key("ctrl+o")
+    name = program.find("mine.bmp")
+    desk.hand("mousemove", *name.settled().centre(), "click", "--repeat", 2, LEFT)
+    sheet = Sheet(desk, program, f"{path} - 100%", sheet.picture)
+    program.press("Pen Tool")
+    sheet.row(10, 60, 40, BLACK)
+    program.key("ctrl+w")
+    program.answer(CHANGED, "No")
+    wait_for("the document to close", lambda: not program.shows(path))
 
     program.key("ctrl+n")
     check(program.find("Height:", role="text").text() == "80", "the fields don't keep what was typed")

@@ -3,6 +3,7 @@
 #include "components/ImgEdit.h"
 #include "document/window/BuildIcon.h"
 #include "files/FileDialog.h"
+#include "files/FileNames.h"
 #include "shell/state/RecentFiles.h"
 #include "shell/state/Settings.h"
 #include "shell/state/State.h"
@@ -80,9 +81,16 @@ WriteResult Write(const Bitmap& picture, const WriteTarget& target) {
   }
 }
 
+/// A path as long as a person would read, in bytes.
+std::string Readable(const std::string& path) {
+  constexpr double kLongest = 400;
+  return ShortenPath(path, kLongest, 1,
+                     [](const std::string& text) { return static_cast<double>(text.size()); });
+}
+
 void TellFailure(const std::string& path, const std::string& reason) {
-  MsgBox("The picture could not be saved as\r\n" + path + "\r\n\r\nReason: " + reason + ".", kExclamationIcon,
-         "Save failed.");
+  MsgBox("The picture could not be saved as\r\n" + Readable(path) + "\r\n\r\nReason: " + reason + ".",
+         kExclamationIcon, "Save failed.");
 }
 
 void NameAfter(ImageDocument& document, const std::string& path) {
