@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <tuple>
 
 #include "surface/codecs/Flatten.h"
 
@@ -10,7 +11,7 @@ namespace zelvane {
 
 namespace {
 
-constexpr uint32_t kMost = 65535;
+constexpr uint16_t kMost = 65535;
 
 /// Floating point of 16 bits: a sign, 5 bits of exponent, 10 of fraction (IEEE 754).
 double HalfValue(uint16_t half) {
@@ -59,7 +60,7 @@ void ToSixteenBits(const unsigned char* from, size_t count, uint16_t format, uin
 
 }  // namespace
 
-DeepTiff::DeepTiff(TIFF* file) : file_(file) {
+DeepTiff::DeepTiff(TIFF* file, ByteView profile) : file_(file) {
   uint16_t planes = PLANARCONFIG_CONTIG;
   TIFFGetField(file, TIFFTAG_IMAGEWIDTH, &width_);
   TIFFGetField(file, TIFFTAG_IMAGELENGTH, &height_);
@@ -72,6 +73,7 @@ DeepTiff::DeepTiff(TIFF* file) : file_(file) {
   opacity_ = FindOpacity();
   used_ = static_cast<uint16_t>(opacity_ == Opacity::kNone ? colours_ : colours_ + 1);
   in_planes_ = planes == PLANARCONFIG_SEPARATE;
+  profile_ = ColourProfile(profile, kind_ == PHOTOMETRIC_SEPARATED ? RowForm::DeepInks : RowForm::Deep);
 }
 
 bool DeepTiff::IsKnown() const {
@@ -80,7 +82,8 @@ bool DeepTiff::IsKnown() const {
   const bool whole =
       format_ == SAMPLEFORMAT_UINT || format_ == SAMPLEFORMAT_INT || format_ == SAMPLEFORMAT_VOID;
   const bool mixed_grey = bits_ == 8 && !fraction && kind_ <= PHOTOMETRIC_MINISBLACK && samples_ > 1;
-  const bool size_fits = mixed_grey || bits_ == 16 || bits_ == 32 || (bits_ == 64 && fraction);
+  const bool inks = bits_ == 8 && !fraction && kind_ == PHOTOMETRIC_SEPARATED && profile_.ChangesColours();
+  const bool size_fits = mixed_grey || inks || bits_ == 16 || bits_ == 32 || (bits_ == 64 && fraction);
   return kind_fits && (fraction || whole) && size_fits && samples_ >= used_;
 }
 
@@ -158,28 +161,31 @@ void DeepTiff::Put(const unsigned char* from, uint32_t x, uint32_t y, uint32_t c
 }
 
 void DeepTiff::Mix(const uint16_t* sample, size_t to_next_sample, size_t to_next_pixel, Pixel* to,
-                   uint32_t count) const {
-  for (uint32_t x = 0; x < count; ++x, sample += to_next_pixel) to[x] = Mixed(sample, to_next_sample);
+                   uint32_t count) {
+  mixed_.resize(std::max(mixed_.size(), size_t{count}));
+  for (uint32_t x = 0; x < count; ++x, sample += to_next_pixel) mixed_[x] = Mixed(sample, to_next_sample);
+  profile_.Apply(mixed_.data(), static_cast<int>(count));
+  for (uint32_t x = 0; x < count; ++x) to[x] = std::apply(DeepOnWhite, mixed_[x]);
 }
 
-Pixel DeepTiff::Mixed(const uint16_t* sample, size_t to_next_sample) const {
-  const auto at = [&](size_t i) { return uint32_t{sample[i * to_next_sample]}; };
-  uint32_t red = at(0), green = red, blue = red;
-  if (colours_ > 1) {
-    green = at(1);
-    blue = at(2);
-  }
-  if (kind_ == PHOTOMETRIC_MINISWHITE) red = green = blue = kMost - red;
+DeepTiff::Channels DeepTiff::Mixed(const uint16_t* sample, size_t to_next_sample) const {
+  const auto at = [&](size_t i) { return sample[i * to_next_sample]; };
+  const auto rest = [](uint32_t value) { return static_cast<uint16_t>(kMost - value); };
+  Channels mixed{at(0), at(0), at(0), kMost};
+  if (colours_ > 1) mixed = {at(0), at(1), at(2), kMost};
+  if (kind_ == PHOTOMETRIC_MINISWHITE) mixed[0] = mixed[1] = mixed[2] = rest(mixed[0]);
   if (kind_ == PHOTOMETRIC_SEPARATED) {
-    const uint32_t paper = kMost - at(3);
-    for (uint32_t* colour : {&red, &green, &blue}) *colour = (kMost - *colour) * paper / kMost;
+    if (profile_.ChangesColours()) return {at(0), at(1), at(2), at(3)};
+    for (size_t i = 0; i < 3; ++i)
+      mixed[i] = static_cast<uint16_t>(uint32_t{rest(mixed[i])} * rest(at(3)) / kMost);
   }
-  if (opacity_ == Opacity::kBeside) return DeepOnWhite(red, green, blue, at(colours_));
+  if (opacity_ == Opacity::kBeside) mixed[3] = at(colours_);
   if (opacity_ == Opacity::kMultiplied) {
-    const uint32_t white = kMost - at(colours_);
-    for (uint32_t* colour : {&red, &green, &blue}) *colour = std::min(kMost, *colour + white);
+    const uint32_t white = rest(at(colours_));
+    for (size_t i = 0; i < 3; ++i)
+      mixed[i] = static_cast<uint16_t>(std::min<uint32_t>(kMost, mixed[i] + white));
   }
-  return DeepOnWhite(red, green, blue, kMost);
+  return mixed;
 }
 
 }  // namespace zelvane

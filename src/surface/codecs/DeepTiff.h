@@ -2,20 +2,23 @@
 
 #include <tiffio.h>
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <vector>
 
+#include "surface/codecs/ColourProfile.h"
 #include "surface/codecs/PictureDecoder.h"
 
 namespace zelvane {
 
 /// Reads the open file's page where a sample has more than 8 bits: whole numbers of 16 and 32 bits, floating
 /// point numbers of 16, 32 and 64, of which 0 to 1 is kept; greys, colours and inks. Greys that stand beside
-/// other samples too. The library's own conversion leaves these out or mixes them up.
+/// other samples, and inks that have a profile, too. The library's own conversion leaves these out or mixes
+/// them up.
 class DeepTiff {
  public:
-  explicit DeepTiff(TIFF* file);
+  DeepTiff(TIFF* file, ByteView profile);
 
   /// Whether the page is of that kind.
   bool IsKnown() const;
@@ -32,9 +35,10 @@ class DeepTiff {
   bool ReadTiles(uint16_t plane, ReadingWatch& watch);
   /// A run of pixels as the file has them, of all samples or of one plane of them.
   void Put(const unsigned char* from, uint32_t x, uint32_t y, uint32_t count, uint16_t plane);
-  void Mix(const uint16_t* sample, size_t to_next_sample, size_t to_next_pixel, Pixel* to,
-           uint32_t count) const;
-  Pixel Mixed(const uint16_t* sample, size_t to_next_sample) const;
+  void Mix(const uint16_t* sample, size_t to_next_sample, size_t to_next_pixel, Pixel* to, uint32_t count);
+  /// Red, green, blue and opacity, or four inks where a profile makes colours of them.
+  using Channels = std::array<uint16_t, 4>;
+  Channels Mixed(const uint16_t* sample, size_t to_next_sample) const;
   bool GoesOn(uint32_t y, uint16_t plane, ReadingWatch& watch) const;
   size_t PlaneSize() const { return size_t{width_} * height_; }
 
@@ -49,6 +53,9 @@ class DeepTiff {
   size_t most_bytes_ = 0;
   /// A run of pixels, or all of them plane by plane.
   Samples deep_;
+  /// A run of pixels.
+  std::vector<Channels> mixed_;
+  ColourProfile profile_;
 };
 
 }  // namespace zelvane

@@ -7,7 +7,9 @@
 
 #include <algorithm>
 #include <csetjmp>
+#include <cstdlib>
 
+#include "surface/codecs/ColourProfile.h"
 #include "surface/codecs/Orientation.h"
 #include "surface/codecs/PictureDecoder.h"
 
@@ -38,9 +40,11 @@ class JpegRun {
   bool Read() {
     if (!created_ || setjmp(on_error_)) return false;
     jpeg_save_markers(&library_, kNotes, kLongestSegment);
+    jpeg_save_markers(&library_, kProfile, kLongestSegment);
     jpeg_read_header(&library_, TRUE);
     if (!IsAdmitted() || !CanFill() || !ChooseColours()) return false;
     orientation_ = ReadOrientation();  // the end of decoding lets the notes go
+    ReadProfile();
     progress_.progress_monitor = OnProgress;
     library_.progress = &progress_;
     jpeg_start_decompress(&library_);
@@ -51,10 +55,12 @@ class JpegRun {
     return true;
   }
   bool IsOfInks() const { return library_.out_color_space == JCS_CMYK; }
+  /// A profile may know colours that the screen doesn't.
+  bool HasMoreColours() const { return IsOfInks() || colours_.ChangesColours(); }
   Bitmap TakePicture() { return Oriented(std::move(bitmap_), orientation_); }
 
  private:
-  static constexpr int kNotes = JPEG_APP0 + 1;
+  static constexpr int kNotes = JPEG_APP0 + 1, kProfile = JPEG_APP0 + 2;
   static constexpr unsigned kLongestSegment = 0xFFFF;
 
   static JpegRun& RunOf(j_common_ptr library) { return *static_cast<JpegRun*>(library->client_data); }
@@ -63,8 +69,9 @@ class JpegRun {
   static void OnMessage(j_common_ptr library, int level) {
     if (level < 0 && !IsHarmless(*library->err)) OnError(library);
   }
-  /// Stray bytes between segments, odd version numbers and needless fields leave every pixel as it was. Many
-  /// bytes left over before the mark of the end tell that the picture's data was misread on the way.
+  /// Stray bytes between segments, odd version numbers, needless fields and broken profiles leave every pixel
+  /// as it was. Many bytes left over before the mark of the end tell that the picture's data was misread on
+  /// the way.
   static bool IsHarmless(const jpeg_error_mgr& told) {
     constexpr int kMostLeftOver = 8, kEnd = JPEG_EOI;
     switch (told.msg_code) {
@@ -73,6 +80,7 @@ class JpegRun {
       case JWRN_JFIF_MAJOR:
       case JWRN_ADOBE_XFORM:
       case JWRN_NOT_SEQUENTIAL:
+      case JWRN_BOGUS_ICC:
         return true;
       default:
         return false;
@@ -140,8 +148,14 @@ class JpegRun {
       const int count = std::min(kAtOnce, bitmap_.Height() - top);
       for (int i = 0; i < count; ++i) rows[i] = reinterpret_cast<JSAMPROW>(bitmap_.WritableRow(top + i));
       const int done = static_cast<int>(jpeg_read_scanlines(&library_, rows, static_cast<JDIMENSION>(count)));
-      if (library_.out_color_space != JCS_CMYK) continue;
-      for (int i = 0; i < done; ++i) MixInks(bitmap_.WritableRow(top + i));
+      for (int i = 0; i < done; ++i) FinishRow(bitmap_.WritableRow(top + i));
+    }
+  }
+  void FinishRow(Pixel* row) const {
+    if (colours_.ChangesColours()) {
+      colours_.Apply(row, bitmap_.Width());
+    } else if (IsOfInks()) {
+      MixInks(row);
     }
   }
   /// Files of inks hold, as all writers agreed to do, how much of the paper shows through.
@@ -162,8 +176,17 @@ class JpegRun {
   }
 
   ByteView bytes_;
+  void ReadProfile() {
+    JOCTET* profile = nullptr;
+    unsigned size = 0;
+    if (!jpeg_read_icc_profile(&library_, &profile, &size)) return;
+    colours_ = ColourProfile({profile, size}, IsOfInks() ? RowForm::Inks : RowForm::Pixels);
+    std::free(profile);
+  }
+
   SizeLimit limit_;
   ReadingWatch& watch_;
+  ColourProfile colours_;
   Bitmap bitmap_;
   uint32_t orientation_ = 1;
   jpeg_decompress_struct library_{};
@@ -178,7 +201,7 @@ class JpegRun {
 std::optional<DecodedPicture> DecodeJpeg(ByteView bytes, SizeLimit limit, ReadingWatch& watch) {
   JpegRun run(bytes, limit, watch);
   if (!run.Read()) return std::nullopt;
-  return DecodedPicture(run.TakePicture(), run.IsOfInks() ? WrittenKind::None : WrittenKind::Jpeg);
+  return DecodedPicture(run.TakePicture(), run.HasMoreColours() ? WrittenKind::None : WrittenKind::Jpeg);
 }
 
 }  // namespace zelvane

@@ -56,6 +56,15 @@ uint32_t OrientationIn(ByteView notes) {
   return ExifOrientation(notes.StartsWith(kName, sizeof kName) ? notes.From(sizeof kName) : notes);
 }
 
+/// No bytes where the packed ones don't suffice.
+Bytes Unpacked(ByteView packed, size_t count) {
+  Bytes bytes(count);
+  uLongf size = count;
+  uncompress(bytes.data(), &size, packed.Data(), packed.Size());
+  if (size < count) bytes.clear();
+  return bytes;
+}
+
 }  // namespace
 
 uint32_t PngOrientation(const std::vector<Chunk>& chunks) {
@@ -74,6 +83,23 @@ uint32_t PngOrientation(const std::vector<Chunk>& chunks) {
     return OrientationIn({notes.data(), notes.size()});
   }
   return 1;
+}
+
+std::vector<unsigned char> PngProfile(const std::vector<Chunk>& chunks) {
+  constexpr size_t kMost = size_t{1} << 22, kName = 80;
+  const Chunk* found = nullptr;
+  for (const Chunk& chunk : chunks) {
+    if (chunk.name == ChunkName("sRGB")) return {};
+    if (chunk.name == ChunkName("iCCP")) found = &chunk;
+  }
+  if (!found) return {};
+  size_t name = 0;
+  while (name < kName && found->data.At(name) != 0) ++name;
+  // A profile begins with its size.
+  const ByteView packed = found->data.From(name + 2);
+  const Bytes start = Unpacked(packed, 4);
+  const size_t size = ByteView(start.data(), start.size()).Big32(0);
+  return size <= kMost ? Unpacked(packed, size) : Bytes();
 }
 
 }  // namespace zelvane

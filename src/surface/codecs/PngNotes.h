@@ -12,4 +12,7 @@ namespace zelvane {
 /// text that older programs hid them in. 1 where neither tells.
 uint32_t PngOrientation(const std::vector<Chunk>& chunks);
 
+/// The colour profile; empty where there is none, or it's that of the screen.
+std::vector<unsigned char> PngProfile(const std::vector<Chunk>& chunks);
+
 }  // namespace zelvane

@@ -4,6 +4,7 @@
 #include <array>
 #include <cstring>
 
+#include "surface/codecs/ColourProfile.h"
 #include "surface/codecs/Flatten.h"
 #include "surface/codecs/Orientation.h"
 #include "surface/codecs/PictureDecoder.h"
@@ -18,8 +19,8 @@ namespace {
 /// to be destroyed lives in this object.
 class PngRun {
  public:
-  PngRun(ByteView bytes, Bitmap& bitmap, ReadingWatch& watch)
-      : bytes_(bytes), bitmap_(bitmap), watch_(watch) {
+  PngRun(ByteView bytes, ByteView profile, Bitmap& bitmap, ReadingWatch& watch)
+      : bytes_(bytes), profile_(profile), bitmap_(bitmap), watch_(watch) {
     png_ = png_create_read_struct(PNG_LIBPNG_VER_STRING, nullptr, OnError, OnWarning);
     info_ = png_ ? png_create_info_struct(png_) : nullptr;
   }
@@ -54,18 +55,23 @@ class PngRun {
   }
 
   /// Palettes, greys and transparent colours become colours, and opacity where there is any. Channels of 16
-  /// bits stay so where they're laid on white, to be rounded once.
+  /// bits stay so where they're laid on white or change their colours, to be rounded once.
   void ChooseForm() {
     clear_ = (png_get_color_type(png_, info_) & PNG_COLOR_MASK_ALPHA) != 0 ||
              png_get_valid(png_, info_, PNG_INFO_tRNS) != 0;
     const bool sixteen = png_get_bit_depth(png_, info_) == 16;
-    deep_ = sixteen && clear_;
+    deep_ = sixteen && (clear_ || profile_.Size() > 0);
+    colours_ = ColourProfile(profile_, deep_ ? RowForm::Deep : RowForm::Pixels);
     png_set_expand(png_);
     png_set_gray_to_rgb(png_);
-    if (sixteen && !clear_) png_set_scale_16(png_);
-    if (!deep_) png_set_bgr(png_);
-    if (!clear_) png_set_filler(png_, 0xFF, PNG_FILLER_AFTER);
-    if (deep_) channels_.resize(static_cast<size_t>(bitmap_.Width()) * kDeepPixel);
+    if (sixteen && !deep_) png_set_scale_16(png_);
+    if (deep_) {
+      png_set_swap(png_);
+    } else {
+      png_set_bgr(png_);
+    }
+    if (!clear_) png_set_filler(png_, 0xFFFF, PNG_FILLER_AFTER);
+    if (deep_) channels_.resize(static_cast<size_t>(bitmap_.Width()) * kChannels);
   }
   bool ReadRows() {
     for (int y = 0; y < bitmap_.Height(); ++y) {
@@ -96,7 +102,9 @@ class PngRun {
   }
   /// A row is finished as soon as it's read, while it's in the cache.
   void ReadRow(Pixel* row, int width) {
-    png_read_row(png_, deep_ ? channels_.data() : reinterpret_cast<png_bytep>(row), nullptr);
+    void* const read = deep_ ? static_cast<void*>(channels_.data()) : row;
+    png_read_row(png_, static_cast<png_bytep>(read), nullptr);
+    colours_.Apply(read, width);
     if (deep_) {
       FinishDeep(row, width);
     } else if (clear_) {
@@ -104,22 +112,21 @@ class PngRun {
     }
   }
   void FinishDeep(Pixel* row, int width) const {
-    const unsigned char* from = channels_.data();
-    for (int x = 0; x < width; ++x, from += kDeepPixel) {
-      const auto channel = [from](int i) { return uint32_t{from[2 * i]} << 8 | from[2 * i + 1]; };
-      row[x] = DeepOnWhite(channel(0), channel(1), channel(2), channel(3));
-    }
+    const uint16_t* from = channels_.data();
+    for (int x = 0; x < width; ++x, from += kChannels)
+      row[x] = DeepOnWhite(from[0], from[1], from[2], from[3]);
   }
 
-  static constexpr size_t kDeepPixel = 8;  // bytes of four channels of 16 bits, the high byte first
-  ByteView bytes_;
+  static constexpr size_t kChannels = 4;
+  ByteView bytes_, profile_;
+  ColourProfile colours_;
   Bitmap& bitmap_;
   ReadingWatch& watch_;
   uint64_t at_ = 0;
   png_structp png_ = nullptr;
   png_infop info_ = nullptr;
   bool deep_ = false, clear_ = false;
-  std::vector<unsigned char> channels_;
+  std::vector<uint16_t> channels_;
   std::vector<Pixel> between_;
 };
 
@@ -143,7 +150,8 @@ std::optional<DecodedPicture> DecodePng(ByteView bytes, SizeLimit limit, Reading
   const uint32_t width = header.Big32(0), height = header.Big32(4);
   if (!limit.Admits(width, height) || !CanFill(chunks, header)) return std::nullopt;
   Bitmap bitmap = Bitmap::Uninitialised(static_cast<int>(width), static_cast<int>(height));
-  if (!PngRun(bytes, bitmap, watch).Read()) return std::nullopt;
+  const std::vector<unsigned char> profile = PngProfile(chunks);
+  if (!PngRun(bytes, {profile.data(), profile.size()}, bitmap, watch).Read()) return std::nullopt;
   return Oriented(std::move(bitmap), PngOrientation(chunks));
 }
 

@@ -4,6 +4,7 @@
 #include <cstring>
 #include <string_view>
 
+#include "surface/codecs/ColourProfile.h"
 #include "surface/codecs/DeepTiff.h"
 #include "surface/codecs/Orientation.h"
 #include "surface/codecs/PictureDecoder.h"
@@ -33,6 +34,12 @@ class MemoryFile {
   MemoryFile(const MemoryFile&) = delete;
   MemoryFile& operator=(const MemoryFile&) = delete;
   TIFF* Get() const { return file_; }
+  ByteView Profile() const {
+    uint32_t size = 0;
+    const void* profile = nullptr;
+    if (!TIFFGetField(file_, TIFFTAG_ICCPROFILE, &size, &profile)) return {};
+    return {static_cast<const unsigned char*>(profile), size};
+  }
   /// Rows are missing although the library said that all went well.
   bool IsSpoilt() const { return spoilt_; }
 
@@ -135,14 +142,18 @@ std::optional<DecodedPicture> DecodeThroughLibrary(const MemoryFile& file, const
   if (!conversion.IsBegun()) return std::nullopt;
   Bitmap bitmap = Bitmap::Uninitialised(static_cast<int>(page.width), static_cast<int>(page.height));
   const int band = conversion.BandHeight();
+  const ColourProfile colours(file.Profile(), RowForm::Pixels);
   bool opaque = true;
   for (int top = 0; top < bitmap.Height(); top += band) {
     const int rows = std::min(band, bitmap.Height() - top);
     if (!conversion.Read(top, rows, bitmap.WritableRow(top)) || file.IsSpoilt()) return std::nullopt;
-    for (int y = top; y < top + rows; ++y) opaque &= LayOnWhite(bitmap.WritableRow(y), bitmap.Width());
+    for (int y = top; y < top + rows; ++y) {
+      opaque &= LayOnWhite(bitmap.WritableRow(y), bitmap.Width());
+      colours.Apply(bitmap.WritableRow(y), bitmap.Width());
+    }
     if (!watch.GoOn(top + rows, bitmap.Height())) return std::nullopt;
   }
-  const bool whole = opaque && page.only && page.ordinary;
+  const bool whole = opaque && page.only && page.ordinary && !colours.ChangesColours();
   return DecodedPicture(std::move(bitmap), whole ? WrittenKind::Tiff : WrittenKind::None);
 }
 
@@ -155,7 +166,7 @@ std::optional<DecodedPicture> DecodeTiff(ByteView bytes, SizeLimit limit, Readin
   if (!file.Get()) return std::nullopt;
   uint16_t orientation = ORIENTATION_TOPLEFT;
   TIFFGetFieldDefaulted(file.Get(), TIFFTAG_ORIENTATION, &orientation);
-  DeepTiff deep(file.Get());
+  DeepTiff deep(file.Get(), file.Profile());
   std::optional<DecodedPicture> picture;
   if (deep.IsKnown())
     picture = deep.Read(limit, watch);

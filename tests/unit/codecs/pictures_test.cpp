@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 #include <tiffio.h>
 
+#include <QColorSpace>
 #include <QFloat16>
 #include <QPainter>
 #include <array>
@@ -187,6 +188,24 @@ TEST(Pictures, TheOrientationIsCarriedOut) {
       EXPECT_EQ(Difference(Turned(jpeg, orientation, big), turned(lossy)), 0) << orientation << big;
     }
   }
+}
+
+TEST(Pictures, ColourProfilesAreCarriedOutToTheScreensColours) {
+  const QImage plain = Sample();
+  const QImage deep = plain.convertToFormat(QImage::Format_RGBX64);
+  for (const char* format : {"png", "tiff", "jpeg"}) {
+    for (QImage image : {plain, deep}) {
+      for (const auto space : {QColorSpace::SRgb, QColorSpace::AdobeRgb, QColorSpace::DisplayP3}) {
+        image.setColorSpace(space);
+        const Bytes file = Encoded(image, format, 100);
+        QImage shown = QImage::fromData(file.data(), static_cast<int>(file.size()), format);
+        shown.convertToColorSpace(QColorSpace::SRgb);
+        EXPECT_LE(Difference(file, shown), space == QColorSpace::SRgb ? 0 : 2) << format << space << image.depth();
+      }
+    }
+  }
+  const Bytes broken = Text("name") + Bytes{0, 0} + Packed(Numbers({200, 0, 0, 0}, 4, true) + Bytes(184, 7));
+  EXPECT_EQ(Difference(WithChunk(Encoded(plain, "png"), PngChunk("iCCP", broken)), plain), 0);
 }
 
 TEST(Pictures, AnimationsGiveTheirFirstFrameOnAWhiteScreen) {
