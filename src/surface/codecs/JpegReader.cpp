@@ -29,8 +29,8 @@ class JpegRun {
     library_.client_data = this;
     if (setjmp(on_error_)) return;
     jpeg_create_decompress(&library_);
-    created_ = true;
     jpeg_mem_src(&library_, bytes.Data(), bytes.Size());
+    created_ = true;
   }
   ~JpegRun() { jpeg_destroy_decompress(&library_); }
   JpegRun(const JpegRun&) = delete;

@@ -71,6 +71,19 @@ TEST(DamagedPictures, WhatLeavesPixelsUnsetIsDamageAndWhatComesBehindThemIsNot) 
   EXPECT_TRUE(Decoded(Part(gif, 0, gif.size() - 1) + Bytes{0x2C, 0, 0}));
 }
 
+TEST(DamagedPictures, AnAnimationMayPromiseAnOpacityThatIsntThere) {
+  const Bytes jpeg = Encoded(Sample(), "jpeg"), size = Numbers({37, 23}, 4, true),
+              mng =
+                  Bytes{0x8A, 'M', 'N', 'G', '\r', '\n', 0x1A, '\n'} + PngChunk("MHDR", size + Bytes(20, 0));
+  const auto with = [&](unsigned char kind, const Bytes& opacity) {
+    return mng + PngChunk("JHDR", size + Bytes{kind, 8, 8, 0, 8, 8, 0, 0}) + PngChunk("JDAT", jpeg) +
+           opacity + PngChunk("IEND", {}) + PngChunk("MEND", {});
+  };
+  EXPECT_TRUE(Decoded(with(10, {})));
+  EXPECT_TRUE(Decoded(with(14, PngChunk("JDAA", jpeg))));
+  EXPECT_FALSE(Decoded(with(14, {})));
+}
+
 TEST(DamagedPictures, ReadersTellHowFarTheyAreAndStopWhenTold) {
   for (const auto& [kind, bytes] : OneOfEachKind()) {
     ReadingWatch watch, stopped;

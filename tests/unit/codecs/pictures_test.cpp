@@ -200,7 +200,8 @@ TEST(Pictures, ColourProfilesAreCarriedOutToTheScreensColours) {
         const Bytes file = Encoded(image, format, 100);
         QImage shown = QImage::fromData(file.data(), static_cast<int>(file.size()), format);
         shown.convertToColorSpace(QColorSpace::SRgb);
-        EXPECT_LE(Difference(file, shown), space == QColorSpace::SRgb ? 0 : 2) << format << space << image.depth();
+        EXPECT_LE(Difference(file, shown), space == QColorSpace::SRgb ? 0 : 2)
+            << format << space << image.depth();
       }
     }
   }
