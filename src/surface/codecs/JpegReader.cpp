@@ -43,6 +43,7 @@ class JpegRun {
     jpeg_save_markers(&library_, kProfile, kLongestSegment);
     jpeg_read_header(&library_, TRUE);
     if (!IsAdmitted() || !CanFill() || !ChooseColours()) return false;
+    followed_ = Find("MPF").Size() > 0;
     orientation_ = ReadOrientation();  // the end of decoding lets the notes go
     ReadProfile();
     progress_.progress_monitor = OnProgress;
@@ -55,8 +56,8 @@ class JpegRun {
     return true;
   }
   bool IsOfInks() const { return library_.out_color_space == JCS_CMYK; }
-  /// A profile may know colours that the screen doesn't.
-  bool HasMoreColours() const { return IsOfInks() || colours_.ChangesColours(); }
+  /// A profile may know colours that the screen doesn't, and other pictures may follow.
+  bool HoldsMore() const { return IsOfInks() || colours_.ChangesColours() || followed_; }
   Bitmap TakePicture() { return Oriented(std::move(bitmap_), orientation_); }
 
  private:
@@ -166,13 +167,19 @@ class JpegRun {
       row[x] = 0xFF000000u | inks[0] * key / 255 << 16 | inks[1] * key / 255 << 8 | inks[2] * key / 255;
     }
   }
-  uint32_t ReadOrientation() const {
-    constexpr char kName[] = "Exif\0";
+  /// The first segment that begins with the name; empty where there's none.
+  template <size_t kSize>
+  ByteView Find(const char (&name)[kSize]) const {
     for (jpeg_saved_marker_ptr marker = library_.marker_list; marker; marker = marker->next) {
       const ByteView segment(marker->data, marker->data_length);
-      if (segment.StartsWith(kName, sizeof kName)) return ExifOrientation(segment.From(sizeof kName));
+      if (segment.StartsWith(name, kSize)) return segment;
     }
-    return 1;
+    return {};
+  }
+  uint32_t ReadOrientation() const {
+    constexpr char kName[] = "Exif\0";
+    const ByteView note = Find(kName);
+    return note.Size() > 0 ? ExifOrientation(note.From(sizeof kName)) : 1;
   }
 
   ByteView bytes_;
@@ -189,6 +196,7 @@ class JpegRun {
   ColourProfile colours_;
   Bitmap bitmap_;
   uint32_t orientation_ = 1;
+  bool followed_ = false;
   jpeg_decompress_struct library_{};
   jpeg_error_mgr errors_{};
   jpeg_progress_mgr progress_{};
@@ -201,7 +209,7 @@ class JpegRun {
 std::optional<DecodedPicture> DecodeJpeg(ByteView bytes, SizeLimit limit, ReadingWatch& watch) {
   JpegRun run(bytes, limit, watch);
   if (!run.Read()) return std::nullopt;
-  return DecodedPicture(run.TakePicture(), run.HasMoreColours() ? WrittenKind::None : WrittenKind::Jpeg);
+  return DecodedPicture(run.TakePicture(), run.HoldsMore() ? WrittenKind::None : WrittenKind::Jpeg);
 }
 
 }  // namespace zelvane

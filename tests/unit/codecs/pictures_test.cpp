@@ -225,6 +225,7 @@ TEST(Pictures, TellWhichKindOfFileWouldHoldAllThatWasRead) {
   icon.setPixel(1, 1, qRgb(1, 2, 3));
   Bytes gif = Gif();
   gif[6] = 3, gif[8] = 2, gif[28] = gif[34] = gif[36] = 0;  // fills its screen, nothing see-through
+  const Bytes jpeg = Encoded(sample, "jpeg");
   Bytes clear_gif = gif, bmp = BmpHeader(1, 1, 32, 6), pages = Encoded(sample, "tiff");
   clear_gif[28] = 1, bmp[10] += 16;
   bmp = bmp + Numbers({0xFF0000, 0xFF00, 0xFF, 0xFF000000, 0x7F000000}, 4);
@@ -233,7 +234,10 @@ TEST(Pictures, TellWhichKindOfFileWouldHoldAllThatWasRead) {
   pages[next] = pages.size() & 0xFF, pages[next + 1] = static_cast<unsigned char>(pages.size() >> 8);
   const std::tuple<const char*, Bytes, WrittenKind> cases[] = {
       {"bmp", Encoded(sample, "bmp"), WrittenKind::Bitmap},
-      {"jpeg", Encoded(sample, "jpeg"), WrittenKind::Jpeg},
+      {"jpeg", jpeg, WrittenKind::Jpeg},
+      {"jpegs",
+       Part(jpeg, 0, 2) + Bytes{0xFF, 0xE2, 0, 6} + Text("MPF") + Bytes{0} + Part(jpeg, 2, jpeg.size() - 2),
+       WrittenKind::None},
       {"tiff", Encoded(sample, "tiff"), WrittenKind::Tiff},
       {"icon", Encoded(icon, "ico"), WrittenKind::Icon},
       {"gif", gif, WrittenKind::Gif},
