@@ -149,6 +149,14 @@ TEST(Metafiles, ThinOutlinesAreCrispAndInsidesAreFilled) {
   EXPECT_EQ(Shown(hatch.Box(0, 0, 240, 10).File(240, 10, 960)), (Lines{"....b.......b.......b..."}));
 }
 
+TEST(Metafiles, WhatGoesFarBeyondTheSheetShowsWithin) {
+  constexpr int64_t kFar = 900000;
+  Emf emf = Emf().Brush(1, kRedInk).Stock(8).Add(42, {-kFar, -kFar, kFar, kFar});  // an ellipse round it all
+  emf.Brush(2, kBlueInk).Add(3, Bytes(16) + Fields({4, -kFar, 2, kFar, 2, kFar, kFar, -kFar, kFar}, 4));
+  emf.Add(38, {3, 0x200, 2, 0, kGreenInk}).Select(3).Add(27, {-kFar, 2}).Add(54, {kFar, 2});
+  EXPECT_EQ(Corner(emf.File(24, 24), 4, 5), (Lines{"rrrr", "gggg", "gggg", "bbbb", "bbbb"}));
+}
+
 TEST(Metafiles, ArcsGoAgainstTheClock) {
   // From the right to the top, drawn with the vertical axis both ways.
   for (const int64_t down : {1, -1}) {
@@ -195,6 +203,11 @@ TEST(Metafiles, ClipsAreCutJoinedSavedAndRestored) {
   wmf.Add(Wmf::kIntersectClip, {4, 5, 0, 1}).Add(Wmf::kSave, {}).Add(Wmf::kExcludeClip, {3, 4, 1, 2});
   wmf.Box(0, 0, 8, 4).Add(Wmf::kRestore, {-1}).Select(2).Box(0, 3, 8, 4).Add(Wmf::kRestore, {1});
   EXPECT_EQ(Shown(wmf.Box(7, 0, 8, 4).File(8, 4)), (Lines{".rrrr..r", ".r..r..r", ".r..r..r", ".bbbb..r"}));
+  const Wmf nothing =
+      Wmf().Plain(kRedInk).Add(Wmf::kIntersectClip, {2, 2, 0, 0}).Add(Wmf::kIntersectClip, {4, 4, 2, 3});
+  EXPECT_EQ(
+      Shown(Wmf(nothing).Box(0, 0, 4, 4).Add(Wmf::kIntersectClip, {4, 4, 0, 0}).Box(0, 0, 4, 4).File(4, 1)),
+      (Lines{"...."}));
   // A clip of two columns and a region of two rows, joined in every way.
   const std::pair<int64_t, Lines> ways[] = {{1, {"....", ".rr.", "...."}},
                                             {2, {".rr.", "rrrr", ".rr."}},
@@ -311,6 +324,18 @@ TEST(Metafiles, BitmapsAreBlendedMaskedAndColouredByPalette) {
   const Bytes mask_fields = Fields({0, 0, 0, 176, 40, 216, 8}, 4);
   Bytes masked = BlitFields({0, 0, 2, 1, 0xAACC0020}, mask_fields, two) + mask;
   EXPECT_EQ(row(Emf().Add(78, masked)), ".b");
+  // A grey bitmap by "or", then colours by "and" to the same place: opacity. Each alone is what it is told.
+  const Bytes greys = Dib(2, 1, {0x808080, 0xFFFFFF});
+  const auto joined = [&](int64_t operation, const Bytes& dib) {
+    return StretchFields({0, 0, 2, 1}, {0, 0, 2, 1}, operation, dib, 0, dib.empty() ? 0 : 40);
+  };
+  const Emf black = Emf().Add(81, joined(0x42, {}));
+  Emf blended = Emf(black).Add(81, joined(0xEE0086, greys)).Add(81, joined(0x8800C6, two));
+  const auto grey = Played(blended.File(24, 24)),
+             alone = Played(Emf(black).Add(81, joined(0xEE0086, greys)).File(24, 24));
+  ASSERT_TRUE(grey && alone);
+  EXPECT_EQ(std::pair(grey->Row(0)[0], grey->Row(0)[1]), std::pair(0xFF800000u, 0xFF0000FFu));
+  EXPECT_EQ(std::pair(alone->Row(0)[0], alone->Row(0)[1]), std::pair(0xFF808080u, 0xFFFFFFFFu));
   // Numbers of the selected palette.
   const Bytes numbers =
       Fields({40, 2, 1, 8 << 16 | 1, 0, 0, 0, 0, 2, 0}, 4) + Fields({1, 0}, 2) + Fields({256}, 4);

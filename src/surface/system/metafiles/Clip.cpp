@@ -24,6 +24,14 @@ void Clip::Intersect(const QPainterPath& area) {
   }
 }
 
+void Clip::Intersect(const Clip& other) {
+  if (parts_.isEmpty()) {
+    parts_ = other.parts_;
+  } else {
+    parts_ += other.parts_;
+  }
+}
+
 void Clip::Exclude(const QPainterPath& area, const QRectF& bounds) {
   QPainterPath rest = OnPixels(area);
   // All that can be drawn on and more, so that no edge of it shows; the area is a hole within.

@@ -17,7 +17,9 @@ class Clip {
   void Exclude(const QPainterPath& area, const QRectF& bounds);
   void Offset(QPointF by);
   void Reset() { parts_.clear(); }
-  void Intersect(const Clip& other) { parts_ += other.parts_; }
+  void Intersect(const Clip& other);
+  /// Nothing was changed since one was copied from the other.
+  bool IsSharedWith(const Clip& other) const { return parts_.isSharedWith(other.parts_); }
 
  private:
   QList<QPainterPath> parts_;

@@ -35,17 +35,21 @@ void Play(const Plan& plan, Sheet& sheet, SizeLimit limit, ReadingWatch& watch) 
   constexpr double kWorkOfRecord = 200, kWorkOfFault = 5000;
   Player player(sheet, plan.mapping, limit);
   RecordWalk records = plan.records;
+  RecordRoutine last = nullptr;
   while (const auto record = records.Next()) {
     if (!watch.GoOn(records.BytesDone(), records.AllBytes())) throw GivenUp();
     sheet.Charge(kWorkOfRecord);
     const RecordRoutine play = plan.routine(record->type);
     if (!play) continue;
+    if (play != last) player.Settle();
+    last = play;
     try {
       play(player, Fields(record->bytes, plan.fields_at));
     } catch (const RecordFault&) {
       sheet.Charge(kWorkOfFault);
     }
   }
+  player.Settle();
 }
 
 /// Every record lies within the file, and one marks the end.
@@ -103,7 +107,7 @@ double GuessedScale(QSizeF extent) {
 }
 
 std::optional<Plan> PlanByDrawing(Plan plan, SizeLimit limit, ReadingWatch& watch) {
-  Sheet measure;
+  Sheet measure(static_cast<size_t>(plan.records.AllBytes()));
   Play(plan, measure, limit, watch);
   const QRectF drawn = measure.Extent();
   if (drawn.width() <= 0 && drawn.height() <= 0) return std::nullopt;
@@ -180,7 +184,7 @@ std::optional<DecodedPicture> DecodeMetafile(ByteView bytes, SizeLimit limit, Re
     if (!plan || !limit.Admits(plan->width, plan->height)) return std::nullopt;
     Bitmap picture(plan->width, plan->height, 0xFFFFFFFFu);
     {
-      Sheet sheet(picture);
+      Sheet sheet(picture, bytes.Size());
       Play(*plan, sheet, limit, watch);
     }
     return picture;

@@ -117,7 +117,11 @@ QList<qreal> DashesOf(const MetaPen& pen, double width, double scale) {
   if (dashes.size() % 2 == 1) dashes += QList<qreal>(dashes);
   double whole = 0;
   for (const double length : dashes) whole += length;
-  return whole * width < 1 ? QList<qreal>() : dashes;
+  if (whole == 0) return {};
+  // Finer ones than a pixel come out as grey, as they would anyway.
+  if (whole * width < 1)
+    for (double& length : dashes) length /= whole * width;
+  return dashes;
 }
 
 }  // namespace

@@ -154,6 +154,8 @@ class Player {
   void PaintImage(const QImage& image, const Blit& blit);
   /// Onto the parallelogram of the first three corners, in reading order.
   void PaintImage(const QImage& image, const QRectF& source, const std::array<QPointF, 3>& corners);
+  /// Paints what waits for its second half; call before a record of another kind than the last one.
+  void Settle();
   /// Without a source.
   void PaintPattern(const QRectF& target, uint32_t operation);
   MetaBrush PatternOf(const QImage& image, bool two_colors);
@@ -175,6 +177,7 @@ class Player {
 
   /// Brings clip and brushes' origin to the sheet, before something is painted.
   void UseSheet();
+  void PlaceImage(const QImage& image, const Blit& blit);
   bool IsStencil(const MetaBrush& brush) const;
   QPainterPath OnSheet(QPainterPath path) const;
   void PaintBox(const QRectF& box, bool fills, const ShapeInBox& shape);
@@ -195,6 +198,12 @@ class Player {
   bool clip_changed_ = false;
   /// The last area was filled by joining bits.
   bool joined_bits_ = false;
+  /// How opaque the bitmap is that goes to the same place next.
+  struct SoftMask {
+    QImage image;
+    Blit blit;
+  };
+  std::optional<SoftMask> mask_;
   /// On the sheet. While it's being built, shapes add to it instead of being painted.
   QPainterPath path_;
   bool building_ = false;

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "surface/codecs/Dib.h"
 #include "surface/system/desktop/ImageBitmap.h"
@@ -52,6 +53,30 @@ QImage Premultiplied(const QImage& image) {
     });
   }
   return made;
+}
+
+/// Nothing but greys, and more of them than black and white.
+bool IsSoftMask(const QImage& image) {
+  bool soft = false;
+  for (int y = 0; y < image.height(); ++y) {
+    const auto* row = reinterpret_cast<const QRgb*>(image.constScanLine(y));
+    for (int x = 0; x < image.width(); ++x) {
+      const int level = qBlue(row[x]);
+      if (qRed(row[x]) != level || qGreen(row[x]) != level) return false;
+      soft = soft || (level != 0 && level != 255);
+    }
+  }
+  return soft;
+}
+
+QImage WithOpacity(const QImage& image, const QImage& opacity) {
+  QImage made = image.convertToFormat(QImage::Format_ARGB32);
+  for (int y = 0; y < made.height(); ++y) {
+    auto* row = reinterpret_cast<QRgb*>(made.scanLine(y));
+    const auto* levels = reinterpret_cast<const QRgb*>(opacity.constScanLine(y));
+    for (int x = 0; x < made.width(); ++x) row[x] = (row[x] & 0xFFFFFFu) | levels[x] << 24;
+  }
+  return made.convertToFormat(QImage::Format_ARGB32_Premultiplied);
 }
 
 bool IsNear(const QRectF& box) {
@@ -133,7 +158,30 @@ MetaBrush Player::PatternOf(const QImage& image, bool two_colors) {
   return {MetaBrush::Kind::Pattern, 0, 0, image, two_colors};
 }
 
+/// Writers without a record for opacity join a bitmap of it by "or", then the colours by "and". That is exact
+/// where it's black or white; where it's grey, opacity is what was meant.
 void Player::PaintImage(const QImage& image, const Blit& blit) {
+  constexpr RasterCode kSourceOr = 0xEE, kSourceAnd = 0x88;
+  const RasterCode code = CodeOf(blit.operation);
+  if (mask_ && code == kSourceAnd && blit.target == mask_->blit.target && blit.source == mask_->blit.source &&
+      image.size() == mask_->image.size()) {
+    Blit blended = blit;
+    blended.operation = Blit().operation;
+    return PlaceImage(WithOpacity(image, std::exchange(mask_, std::nullopt)->image), blended);
+  }
+  Settle();
+  if (code == kSourceOr && IsSoftMask(image)) {
+    mask_ = SoftMask{image, blit};
+  } else {
+    PlaceImage(image, blit);
+  }
+}
+
+void Player::Settle() {
+  if (const auto mask = std::exchange(mask_, std::nullopt)) PlaceImage(mask->image, mask->blit);
+}
+
+void Player::PlaceImage(const QImage& image, const Blit& blit) {
   const RasterCode code = CodeOf(blit.operation);
   if (!NeedsSource(code)) return PaintPattern(blit.target, blit.operation);
   if (blit.source.width() == 0 || blit.source.height() == 0) return;

@@ -76,7 +76,7 @@ void AddBar(QPainterPath& path, double length, double middle, double thickness) 
 const Player::Face& Player::FaceOf(const MetaFont& font) {
   const auto key = std::make_tuple(font.face, font.weight, font.italic);
   if (const auto found = faces_.find(key); found != faces_.end()) return found->second;
-  constexpr double kWorkOfFace = 3e7;
+  constexpr double kWorkOfFace = 1e6;
   Charge(kWorkOfFace);
   Face face;
   if (!font.face.isEmpty()) face.font.setFamily(font.face);

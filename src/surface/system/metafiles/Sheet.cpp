@@ -1,14 +1,22 @@
 #include "surface/system/metafiles/Sheet.h"
 
+#include <QPainterPathStroker>
 #include <algorithm>
 #include <cmath>
+
+#include "surface/system/metafiles/FarPaths.h"
+#include "surface/system/metafiles/PixelEdges.h"
 
 namespace zelvane {
 
 namespace {
 
-constexpr double kWork = 8e9;
 constexpr double kWorkOfElement = 200;
+
+double WorkFor(size_t file_size, double pixels) {
+  constexpr double kAnyway = 3e8, kOfByte = 2000, kOfPixel = 1000, kMost = 6e9;
+  return std::min(kMost, kAnyway + kOfByte * static_cast<double>(file_size) + kOfPixel * pixels) + 8 * pixels;
+}
 
 /// The lengths of the path's parts across and down, each at most as long as the box is.
 double LengthWithin(const QPainterPath& path, const QRectF& box) {
@@ -21,6 +29,12 @@ double LengthWithin(const QPainterPath& path, const QRectF& box) {
     last = here;
   }
   return length;
+}
+
+bool HasCurves(const QPainterPath& path) {
+  for (int i = 0; i < path.elementCount(); ++i)
+    if (path.elementAt(i).isCurveTo()) return true;
+  return false;
 }
 
 uint32_t Combined(RasterCode code, uint32_t pattern, uint32_t source, uint32_t there) {
@@ -72,45 +86,62 @@ void DrawPlaced(QPainter& painter, const QImage& image, const Sheet::Placement& 
 
 }  // namespace
 
-Sheet::Sheet(Bitmap& bitmap)
+Sheet::Sheet(Bitmap& bitmap, size_t file_size)
     : image_(reinterpret_cast<unsigned char*>(bitmap.WritableRow(0)), bitmap.Width(), bitmap.Height(),
              QImage::Format_RGB32),
       bounds_(image_.rect()),
-      work_left_(kWork + 8.0 * bitmap.Width() * bitmap.Height()) {
+      work_left_(WorkFor(file_size, double{1} * bitmap.Width() * bitmap.Height())) {
   if (!painter_.begin(&image_)) throw SurfaceTooLarge("no painter for the sheet");
   painter_.setRenderHint(QPainter::Antialiasing);
   painter_.setPen(Qt::NoPen);
 }
 
-Sheet::Sheet()
+Sheet::Sheet(size_t file_size)
     : bounds_(-kLargestSide, -kLargestSide, 2 * kLargestSide, 2 * kLargestSide),
       measures_(true),
-      work_left_(kWork) {}
+      work_left_(WorkFor(file_size, 0)) {}
 
 void Sheet::Charge(double work) {
   work_left_ -= work;
   if (!(work_left_ >= 0)) throw TooMuchWork();
 }
 
-/// The painter's rasteriser keeps the places where edges cross a row in a list that it walks through: many
-/// edges across a wide path cost more than their length.
+/// Where the painter follows an outline: in the rows of the sheet, but across them as far as it goes.
+QRectF Sheet::Followed() const {
+  return QRectF(bounds_).adjusted(-kNearReach, 0, kNearReach, 0);
+}
+
+/// The painter's rasteriser keeps where edges cross a row in a list, which it walks through for each of them.
+/// When its memory is full it goes through all edges again for the next rows.
+double Sheet::WorkOfEdges(double count, double length, const QRectF& box) const {
+  constexpr double kLengthHeld = 1000, kWorkOfPass = 5;
+  const double in_a_row = length / std::max(1.0, box.height());
+  return length * (2 + std::min(box.width(), in_a_row) / 2) +
+         count * std::min(box.height(), length / kLengthHeld) * kWorkOfPass;
+}
+
 double Sheet::WorkOf(const QPainterPath& path) const {
   const QRectF box = path.controlPointRect() & QRectF(bounds_);
   return path.elementCount() * kWorkOfElement + box.width() * box.height() +
-         LengthWithin(path, QRectF(bounds_)) * (1 + box.width() / 16);
+         WorkOfEdges(path.elementCount(), LengthWithin(path, Followed()), box);
 }
 
 double Sheet::WorkOfStroke(const QPainterPath& path, const QPen& pen) const {
-  constexpr double kWorkOfDash = 500, kEverywhere = 4e6;
-  double work =
-      path.elementCount() * kWorkOfElement * 4 +
-      LengthWithin(path, QRectF(bounds_)) * (std::min(pen.widthF(), double{1} * bounds_.width()) + 16);
+  constexpr double kWorkOfDash = 1000, kEverywhere = 4e6;
+  const QRectF box = path.controlPointRect() & Followed();
+  const double length = LengthWithin(path, Followed());
+  // Each line has two sides, and is as wide as its pen. Those of a curve consist of many short lines.
+  constexpr double kWorkOfCurve = 100;
+  const double work =
+      path.elementCount() * kWorkOfElement * 4 + WorkOfEdges(4 * path.elementCount(), 4 * length, box) +
+      length * std::min(pen.widthF(), Followed().width()) + (HasCurves(path) ? length * kWorkOfCurve : 0);
   if (pen.style() != Qt::CustomDashLine) return work;
   double period = 0;
-  for (const double length : pen.dashPattern()) period += length * pen.widthF();
+  for (const double dash : pen.dashPattern()) period += dash * pen.widthF();
+  const QRectF everywhere(-kEverywhere, -kEverywhere, 2 * kEverywhere, 2 * kEverywhere);
   const double dashes =
-      LengthWithin(path, QRectF(-kEverywhere, -kEverywhere, 2 * kEverywhere, 2 * kEverywhere)) / period;
-  return work + dashes * kWorkOfDash * static_cast<double>(pen.dashPattern().size());
+      LengthWithin(path, everywhere) / period * static_cast<double>(pen.dashPattern().size()) / 2;
+  return work + dashes * kWorkOfDash;
 }
 
 bool Sheet::Reaches(const QRectF& box) {
@@ -119,36 +150,49 @@ bool Sheet::Reaches(const QRectF& box) {
 }
 
 void Sheet::SetClip(const Clip& clip) {
-  if (measures_) return;
+  if (measures_ || clip.IsSharedWith(clip_)) return;
+  clip_ = clip;
   painter_.setClipping(false);
   Qt::ClipOperation operation = Qt::ReplaceClip;
   for (const QPainterPath& part : clip.Parts()) {
-    Charge(WorkOf(part));
-    painter_.setClipPath(part, operation);
+    if (const auto box = BoxOf(part)) {
+      painter_.setClipRect(*box & QRectF(bounds_), operation);
+    } else {
+      painter_.setClipPath(Counted(part), operation);
+    }
     operation = Qt::IntersectClip;
   }
 }
 
+QPainterPath Sheet::Counted(const QPainterPath& path) {
+  Charge(path.elementCount() * kWorkOfElement);
+  const QPainterPath area = Near(path, QRectF(bounds_));
+  Charge(WorkOf(area));
+  return area;
+}
+
 void Sheet::Fill(const QPainterPath& path, const QBrush& brush, RasterCode code, Edges edges) {
   if (!Reaches(path.controlPointRect())) return;
-  Charge(WorkOf(path));
+  const QPainterPath area = Counted(path);
   painter_.setRenderHint(QPainter::Antialiasing, edges == Edges::Smooth);
-  PaintWith(code, path.controlPointRect(), Qt::NoBrush,
-            [&](QPainter& painter) { painter.fillPath(path, brush); });
+  PaintWith(code, area.controlPointRect(), Qt::NoBrush,
+            [&](QPainter& painter) { painter.fillPath(area, brush); });
   painter_.setRenderHint(QPainter::Antialiasing);
 }
 
 void Sheet::Stroke(const QPainterPath& path, const QPen& pen, RasterCode code) {
   const double reach =
       pen.widthF() * std::max(1.0, pen.joinStyle() == Qt::SvgMiterJoin ? pen.miterLimit() : 1);
-  const QRectF box = path.controlPointRect();
-  if (!Reaches(measures_ ? box : box.adjusted(-reach, -reach, reach, reach))) return;
+  const QRectF line = path.controlPointRect(), box = line.adjusted(-reach, -reach, reach, reach);
+  if (!Reaches(measures_ ? line : box)) return;
   Charge(WorkOfStroke(path, pen));
+  if (!IsNear(box, QRectF(bounds_))) {
+    return Fill(QPainterPathStroker(pen).createStroke(path), pen.brush(), code);
+  }
   QPen with_corners = pen;
   // Lines of exactly one pixel the painter draws one by one, without their corners.
   if (pen.widthF() == 1 && path.elementCount() > 2) with_corners.setWidthF(1.0001);
-  PaintWith(code, box.adjusted(-reach, -reach, reach, reach), Qt::NoBrush,
-            [&](QPainter& painter) { painter.strokePath(path, with_corners); });
+  PaintWith(code, box, Qt::NoBrush, [&](QPainter& painter) { painter.strokePath(path, with_corners); });
 }
 
 void Sheet::Draw(const QImage& image, const Placement& placement, RasterCode code, const QBrush& pattern) {
@@ -202,8 +246,7 @@ QImage Sheet::MaskOf(const QList<QPainterPath>& parts) {
   Charge(2.0 * bounds_.width() * bounds_.height());
   QPainter painter(&mask);
   for (const QPainterPath& part : parts) {
-    Charge(WorkOf(part));
-    painter.setClipPath(part, painter.hasClipping() ? Qt::IntersectClip : Qt::ReplaceClip);
+    painter.setClipPath(Counted(part), painter.hasClipping() ? Qt::IntersectClip : Qt::ReplaceClip);
   }
   painter.fillRect(bounds_, Qt::white);
   return mask;

@@ -39,14 +39,14 @@ constexpr RasterCode PatternAsSource(RasterCode code) {
 /// What a metafile is played onto, in pixels: a bitmap, through the toolkit's painter with smooth edges.
 /// Where a raster operation joins colours bit by bit, edges aren't smooth.
 ///
-/// Every step costs a number of units of work, roughly a pixel touched each. Beyond some thousand millions
-/// `TooMuchWork` is thrown.
+/// Every step costs a number of units of work, roughly a nanosecond each. Beyond what an honest file of that
+/// size needs, some seconds at the very most, `TooMuchWork` is thrown.
 class Sheet {
  public:
-  /// Paints into `bitmap`, which has to outlive it.
-  explicit Sheet(Bitmap& bitmap);
+  /// Paints into `bitmap`, which has to outlive it. `file_size` in bytes.
+  Sheet(Bitmap& bitmap, size_t file_size);
   /// Paints nothing, but notes how far what would be painted reaches.
-  Sheet();
+  explicit Sheet(size_t file_size);
 
   QRect Bounds() const { return bounds_; }
   const QRectF& Extent() const { return extent_; }
@@ -75,6 +75,10 @@ class Sheet {
   Clip Joined(const Clip& clip, const QPainterPath& area, bool exclusive);
 
  private:
+  QRectF Followed() const;
+  /// The area near the sheet, paid for.
+  QPainterPath Counted(const QPainterPath& path);
+  double WorkOfEdges(double count, double length, const QRectF& box) const;
   double WorkOf(const QPainterPath& path) const;
   double WorkOfStroke(const QPainterPath& path, const QPen& pen) const;
   using Paint = std::function<void(QPainter&)>;
@@ -89,6 +93,7 @@ class Sheet {
   QRect bounds_;
   QRectF extent_;
   QPointF brush_origin_;
+  Clip clip_;
   bool measures_ = false;
   double work_left_;
 };
