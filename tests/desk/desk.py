@@ -252,6 +252,16 @@ class Program:
         self.key("ctrl+s")
         wait_for("the saved file", lambda: os.path.exists(path) and not os.path.samestat(os.stat(path), before))
 
+    def answer_file_window(self, text):
+        """Types a name or a path in the file window that is up, and confirms it."""
+        entry = self.find("File name:", role="text")
+        wait_for("the file window in front", self.in_front)
+        self.desk.click(*entry.settled().centre())
+        wait_for("the keyboard in the name box", entry.has_keyboard)
+        self.desk.hand("key", "ctrl+a", "type", "--delay", 1, text)
+        wait_for(f'the name "{text}"', lambda: entry.text() == text)
+        self.key("Return")
+
     def outline(self):
         """The tree of controls, a line each."""
         tree = self.root.renewed().tree() if self.process.poll() is None else ()

@@ -48,21 +48,6 @@ def drop(desk, place, paths):
     check("deleted" not in said(), "the files were given away")
 
 
-def name_in_file_window(desk, program, folder, name):
-    """Goes into the folder in the file window that is up, has the picture saved there, and returns its path."""
-    entry = program.find("File name:", role="text")
-    for typed in folder + "/", name:
-        wait_for("the window in front", program.in_front)
-        desk.click(*entry.settled().centre())
-        wait_for("the keyboard in the name box", entry.has_keyboard)
-        desk.hand("key", "ctrl+a", "type", "--delay", 1, typed)
-        wait_for(f'the name "{typed}"', lambda: entry.text() == typed)
-        program.key("Return")
-    path = os.path.join(folder, name + ".bmp")
-    wait_for(path, lambda: os.path.exists(path))
-    return path
-
-
 def new_image(desk):
     program = desk.start()
     program.key("ctrl+n")
@@ -78,7 +63,10 @@ def new_image(desk):
     program.key("ctrl+w")
     program.answer(CHANGED, "Yes")
     os.mkdir(desk.path("kept"))
-    path = name_in_file_window(desk, program, desk.path("kept"), "mine")
+    path = desk.path("kept/mine.bmp")
+    for typed in desk.path("kept/"), "mine":
+        program.answer_file_window(typed)
+    wait_for(path, lambda: os.path.exists(path))
     wait_for("the document to close", lambda: not program.shows("drawing - 100%"))
     desk.expect_picture(path, sheet.picture)
 
