@@ -1,6 +1,7 @@
 #include "shell/Wiring.h"
 
 #include "colour/ColorBars.h"
+#include "colour/frmColor.h"
 #include "document/layers/ImageDocument.h"
 #include "document/window/Clear.h"
 #include "shell/MainForm.h"
@@ -56,6 +57,7 @@ void WirePanels(MainWindow& window) {
   WireTools();
   WireSliderKeys(window);
   WireColorPanel();
+  ColorPanel->OnEditColor = [](int16_t Index) { frmColor->Edit(Index); };
 }
 
 }  // namespace zelvane

@@ -196,10 +196,7 @@ void NewImageDialog::Form_QueryUnload(bool& Cancel) {
   if (State.Exiting) return;
   Cancel = true;
   Hide();
-  MdiForm* main = MdiForm::Main();
-  if (!main) return;
-  main->SetEnabled(true);
-  main->Activate();
+  ReturnToMain();
 }
 
 }  // namespace zelvane
