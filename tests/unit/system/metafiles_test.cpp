@@ -144,6 +144,9 @@ TEST(Metafiles, ThinOutlinesAreCrispAndInsidesAreFilled) {
     const std::string middle = std::string("rr") + within + "rr.";
     EXPECT_EQ(Shown(squares.File(6, 5)), (Lines{"rrrrr.", "rrrrr.", middle, "rrrrr.", "rrrrr."}));
   }
+  // Dashes of three widths with a gap of one, their round ends included.
+  const Wmf dashes = Wmf().Pen(1, 4).Select(0).Add(Wmf::kMoveTo, {4, 0}).Add(Wmf::kLineTo, {4, 160});
+  EXPECT_NEAR(static_cast<double>(Count({Shown(dashes.File(160, 8))[4]}, '.')), 160 / 4, 10);
   // A pattern of two colours keeps to the pixels whatever the units are.
   Wmf hatch = Wmf().Pen(5, 0).Brush(kBlueInk, 2, 1).Select(0).Select(1).Add(Wmf::kBackMode, {1});
   EXPECT_EQ(Shown(hatch.Box(0, 0, 240, 10).File(240, 10, 960)), (Lines{"....b.......b.......b..."}));

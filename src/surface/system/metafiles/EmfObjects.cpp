@@ -176,8 +176,10 @@ void SmallTextOut(Player& player, Fields fields) {
   const uint32_t count = fields.Long();
   const uint32_t options = fields.Long();
   fields.Skip(12);
-  if (!(options & kNoBox)) run.box = ReadBox(fields);
-  if (!(options & kNoBox)) run.options = options;
+  if (!(options & kNoBox)) {
+    run.box = ReadBox(fields);
+    run.options = options;
+  }
   const ByteView text = fields.Bytes(uint64_t{count} * (options & kNarrow ? 1 : 2));
   run.text = options & kNarrow ? TextOf(text, 0) : WideText(text);
   player.Text(run);

@@ -91,11 +91,9 @@ Qt::PenJoinStyle JoinsOf(const MetaPen& pen) {
   }
 }
 
-/// Dashes and gaps in widths of the pen, which is `width` pixels wide. Thin ones are measured in pixels, as
-/// screens show them.
-QList<qreal> DashesOf(const MetaPen& pen, double width, double scale) {
-  const bool thin = width <= 1;
-  switch (pen.style & MetaPen::kLineMask) {
+/// The kinds of lines in widths of the pen. Thin ones are measured in pixels, as screens show them.
+QList<qreal> KnownDashes(uint32_t kind, bool thin) {
+  switch (kind) {
     case MetaPen::kDash:
       return thin ? QList<qreal>{18, 6} : QList<qreal>{3, 1};
     case MetaPen::kDot:
@@ -106,11 +104,12 @@ QList<qreal> DashesOf(const MetaPen& pen, double width, double scale) {
       return thin ? QList<qreal>{9, 3, 3, 3, 3, 3} : QList<qreal>{3, 1, 1, 1, 1, 1};
     case MetaPen::kAlternate:
       return {1, 1};
-    case MetaPen::kUserStyle:
-      break;
     default:
       return {};
   }
+}
+
+QList<qreal> OwnDashes(const MetaPen& pen, double width, double scale) {
   QList<qreal> dashes;
   const double unit = (pen.style & MetaPen::kGeometric ? scale : 1) / width;
   for (const double length : pen.dashes) dashes.append(std::clamp(length * unit, 0.0, kWidestPen));
@@ -121,6 +120,19 @@ QList<qreal> DashesOf(const MetaPen& pen, double width, double scale) {
   // Finer ones than a pixel come out as grey, as they would anyway.
   if (whole * width < 1)
     for (double& length : dashes) length /= whole * width;
+  return dashes;
+}
+
+/// Dashes and gaps in widths of the pen, which is `width` pixels wide.
+QList<qreal> DashesOf(const MetaPen& pen, double width, double scale) {
+  const uint32_t kind = pen.style & MetaPen::kLineMask;
+  if (kind == MetaPen::kUserStyle) return OwnDashes(pen, width, scale);
+  QList<qreal> dashes = KnownDashes(kind, width <= 1);
+  if (width <= 1 || CapsOf(pen) == Qt::FlatCap) return dashes;
+  // The ends of each dash reach half a width into the gaps.
+  constexpr double kShortest = 0.01;
+  for (qsizetype i = 0; i < dashes.size(); ++i)
+    dashes[i] = i % 2 == 0 ? std::max(kShortest, dashes[i] - 1) : dashes[i] + 1;
   return dashes;
 }
 

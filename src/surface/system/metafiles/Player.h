@@ -186,7 +186,10 @@ class Player {
   QRectF OutlineOf(const QRectF& box) const;
   RasterCode PenCode() const;
   const Face& FaceOf(const MetaFont& font);
-  void PaintText(const TextRun& run, const QPainterPath& letters, const std::function<QPainterPath()>& cell);
+  QSizeF LetterScale(const MetaFont& font, const Face& face) const;
+  QTransform TextPlace(double length, const Face& face, QSizeF scale, QPointF reference) const;
+  void PaintText(const TextRun& run, const QPainterPath& letters, const QPainterPath& cell);
+  void AdvanceBy(QPointF way);
   /// Whatever the pen mode says.
   void FillPlain(const QPainterPath& area, QRgb color);
 

@@ -29,7 +29,7 @@ struct Line {
   double length = 0;
 };
 
-Line LayOut(const QFont& font, const QString& text) {
+Line LayOutPlain(const QFont& font, const QString& text) {
   Line line;
   line.path.addText(0, 0, font, text);
   line.length = QFontMetricsF(font).horizontalAdvance(text);
@@ -57,7 +57,7 @@ Line LayOutSpaced(const QFont& font, const TextRun& run, const DeviceState& stat
 
 /// A script whose letters change with their neighbours is laid out by the font, to the length that is told.
 Line LayOutJoined(const QFont& font, const TextRun& run, double unit) {
-  Line line = LayOut(font, run.text);
+  Line line = LayOutPlain(font, run.text);
   double told = 0;
   for (const double advance : run.advances) told += advance * unit;
   if (told > 0 && line.length > 0) {
@@ -65,6 +65,11 @@ Line LayOutJoined(const QFont& font, const TextRun& run, double unit) {
     line.length = told;
   }
   return line;
+}
+
+Line LayOut(const QFont& font, const TextRun& run, const DeviceState& state, double unit) {
+  if (run.text.isRightToLeft()) return LayOutJoined(font, run, unit);
+  return IsPositioned(run, state) ? LayOutSpaced(font, run, state, unit) : LayOutPlain(font, run.text);
 }
 
 void AddBar(QPainterPath& path, double length, double middle, double thickness) {
@@ -92,67 +97,73 @@ const Player::Face& Player::FaceOf(const MetaFont& font) {
   return faces_.emplace(key, face).first->second;
 }
 
-void Player::Text(const TextRun& told) {
-  constexpr double kWorkOfCharacter = 5000;
+/// From the pixels of the outlines' font to those of the sheet, before anything is turned.
+QSizeF Player::LetterScale(const MetaFont& font, const Face& face) const {
   constexpr double kUsualHeight = 16;  // pixels of the letters, where none is told
-  if (told.options & TextRun::kGlyphs) return;
-  TextRun run = told;
-  const MetaFont& wanted = state_.font;
-  if (wanted.charset == kSymbolCharset && wanted.face.compare(u"Symbol", Qt::CaseInsensitive) == 0)
-    run.text = FromSymbolFont(run.text);
-  Charge(kWorkOfCharacter * static_cast<double>(run.text.size()));
-  const Face& face = FaceOf(wanted);
-
-  // From the pixels of the outlines' font to those of the sheet, before anything is turned.
   const QSizeF page = state_.mapping.PageScale();
-  double down = wanted.height < 0 ? -wanted.height * page.height() / kOutlineSize
-                                  : wanted.height * page.height() / (face.ascent + face.descent);
-  if (wanted.height == 0) down = kUsualHeight / kOutlineSize;
-  const double across = wanted.width == 0 ? down : std::abs(wanted.width) * page.width() / face.average_width;
-  if (!(across > 0 && down > 0)) return;
+  double down = kUsualHeight / kOutlineSize;
+  if (font.height < 0) down = -font.height * page.height() / kOutlineSize;
+  if (font.height > 0) down = font.height * page.height() / (face.ascent + face.descent);
+  const double across = font.width == 0 ? down : std::abs(font.width) * page.width() / face.average_width;
+  return {across, down};
+}
 
-  const double unit = page.width() / across;
-  Line line = run.text.isRightToLeft()    ? LayOutJoined(face.font, run, unit)
-              : IsPositioned(run, state_) ? LayOutSpaced(face.font, run, state_, unit)
-                                          : LayOut(face.font, run.text);
-  const QFontMetricsF metrics(face.font);
-  if (wanted.underline) AddBar(line.path, line.length, metrics.underlinePos(), metrics.lineWidth());
-  if (wanted.strike_out) AddBar(line.path, line.length, -metrics.strikeOutPos(), metrics.lineWidth());
-  line.path.setFillRule(Qt::WindingFill);
-
+/// Where a line of that length lies on the sheet; its own beginning is the left end of its baseline.
+QTransform Player::TextPlace(double length, const Face& face, QSizeF scale, QPointF reference) const {
   const uint32_t align = state_.text_align;
-  const double left = (align & kCentre) == kCentre ? -line.length / 2 : align & kRight ? -line.length : 0;
+  const double left = (align & kCentre) == kCentre ? -length / 2 : align & kRight ? -length : 0;
   const double baseline = (align & kBaseline) == kBaseline ? 0
                           : align & kBottom                ? -face.descent
                                                            : face.ascent;
-  const QPointF reference = align & kUpdatesPosition ? state_.position : run.reference;
-  QTransform place = QTransform::fromTranslate(left, baseline) * QTransform::fromScale(across, down);
-  place *= QTransform().rotate(-wanted.escapement / 10.0);
+  QTransform place = QTransform::fromTranslate(left, baseline);
+  place *= QTransform::fromScale(scale.width(), scale.height());
+  place *= QTransform().rotate(-state_.font.escapement / 10.0);
   place *= state_.mapping.WorldOnSheet();
   const QPointF at = state_.mapping.Map(reference);
-  place *= QTransform::fromTranslate(at.x(), at.y());
-
-  PaintText(run, place.map(line.path), [&] {
-    QPainterPath cell;
-    cell.addRect(0, -face.ascent, line.length, face.ascent + face.descent);
-    return place.map(cell);
-  });
-  if (align & kUpdatesPosition) {
-    const QPointF way = place.map(QPointF(line.length, 0)) - place.map(QPointF());
-    const QPointF logical = Linear(state_.mapping.ToSheet()).inverted().map(way);
-    if ((align & kCentre) != kCentre) state_.position += align & kRight ? -logical : logical;
-  }
+  return place * QTransform::fromTranslate(at.x(), at.y());
 }
 
-void Player::PaintText(const TextRun& run, const QPainterPath& letters,
-                       const std::function<QPainterPath()>& cell) {
+void Player::Text(const TextRun& told) {
+  constexpr double kWorkOfCharacter = 5000;
+  if (told.options & TextRun::kGlyphs) return;
+  TextRun run = told;
+  const MetaFont& font = state_.font;
+  if (font.charset == kSymbolCharset && font.face.compare(u"Symbol", Qt::CaseInsensitive) == 0)
+    run.text = FromSymbolFont(run.text);
+  Charge(kWorkOfCharacter * static_cast<double>(run.text.size()));
+  const Face& face = FaceOf(font);
+  const QSizeF scale = LetterScale(font, face);
+  if (!(scale.width() > 0 && scale.height() > 0)) return;
+
+  Line line = LayOut(face.font, run, state_, state_.mapping.PageScale().width() / scale.width());
+  const QFontMetricsF metrics(face.font);
+  if (font.underline) AddBar(line.path, line.length, metrics.underlinePos(), metrics.lineWidth());
+  if (font.strike_out) AddBar(line.path, line.length, -metrics.strikeOutPos(), metrics.lineWidth());
+  line.path.setFillRule(Qt::WindingFill);
+
+  const bool goes_on = state_.text_align & kUpdatesPosition;
+  const QTransform place = TextPlace(line.length, face, scale, goes_on ? state_.position : run.reference);
+  QPainterPath cell;
+  cell.addRect(0, -face.ascent, line.length, face.ascent + face.descent);
+  PaintText(run, place.map(line.path), place.map(cell));
+  if (goes_on) AdvanceBy(place.map(QPointF(line.length, 0)) - place.map(QPointF()));
+}
+
+/// The current position goes to the end of a text that was so long on the sheet.
+void Player::AdvanceBy(QPointF way) {
+  if ((state_.text_align & kCentre) == kCentre) return;
+  const QPointF logical = Linear(state_.mapping.ToSheet()).inverted().map(way);
+  state_.position += state_.text_align & kRight ? -logical : logical;
+}
+
+void Player::PaintText(const TextRun& run, const QPainterPath& letters, const QPainterPath& cell) {
   if (building_) return Add(letters, false);
   const Clip before = state_.clip;
   QPainterPath box;
   box.addRect(run.box);
-  if (run.options & TextRun::kOpaque) FillPlain(OnSheet(box), state_.colors.ground);
+  if (run.options & TextRun::kOpaque) FillPlain(OnPixels(OnSheet(box)), state_.colors.ground);
   if (run.options & TextRun::kClipped) IntersectClip(run.box);
-  if (state_.colors.opaque) FillPlain(cell(), state_.colors.ground);
+  if (state_.colors.opaque) FillPlain(OnPixels(cell), state_.colors.ground);
   FillPlain(letters, state_.colors.text);
   if (run.options & TextRun::kClipped) {
     state_.clip = before;
@@ -162,7 +173,7 @@ void Player::PaintText(const TextRun& run, const QPainterPath& letters,
 
 void Player::FillPlain(const QPainterPath& area, QRgb color) {
   UseSheet();
-  sheet_.Fill(OnPixels(area), QColor::fromRgba(color));
+  sheet_.Fill(area, QColor::fromRgba(color));
 }
 
 }  // namespace zelvane
