@@ -11,14 +11,17 @@ namespace zelvane {
 /// What `ExitCode` tells while the program runs.
 inline constexpr int kStillActive = 259;
 
-/// A program that was started.
+/// A program that was started. The event loop wakes when it ends, so that whoever waits there can sleep.
 class Program {
  public:
   virtual ~Program() = default;
   virtual int ExitCode() = 0;
+  /// Ends it at once, and with it what it has started.
+  virtual void Stop() = 0;
 };
 
-/// Null where it couldn't be started. Nothing is waited for; ending the object doesn't end the program.
+/// Path and arguments are handed over byte by byte. Null where it couldn't be started. Nothing is waited for;
+/// ending the object doesn't end the program.
 std::unique_ptr<Program> StartProgram(const std::string& path, const std::vector<std::string>& arguments);
 
 /// The top-level window of exactly that title, 0 for none or where the window system doesn't tell titles.
