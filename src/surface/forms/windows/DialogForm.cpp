@@ -102,6 +102,11 @@ void DialogForm::ShowModal() {
   if (standing && standing->isVisible()) Unload();
 }
 
+void DialogForm::ShowAside() {
+  widget_->setAttribute(Qt::WA_ShowWithoutActivating);
+  Show();
+}
+
 bool DialogForm::IsActive() const {
   return widget_ && widget_->isActiveWindow();
 }

@@ -32,6 +32,8 @@ class DialogForm : public Form {
   /// Shows it, lets the program's other windows take no input, and returns once it is hidden or unloaded. The
   /// end of the program unloads it. On return the form may be gone.
   void ShowModal();
+  /// Shows it and leaves the keyboard to the window that has it.
+  void ShowAside();
   /// The system's active window is this one.
   bool IsActive() const;
 

@@ -125,6 +125,10 @@ void Form::Engine::GiveFocusBack() {
   focus_ = nullptr;
 }
 
+bool Form::Engine::TakesInput() const {
+  return form_.Enabled() && (!host_ || host_->Main().Enabled());
+}
+
 void Form::Engine::Resized() {
   Follow();
   // While the window is coming up its parts don't have their sizes yet; it's told once they have.
@@ -139,7 +143,7 @@ bool Form::Engine::eventFilter(QObject* watched, QEvent* event) {
     case QEvent::Close:
       if (!is_outer) return false;
       // A form that takes no input isn't closed either.
-      event->setAccepted(form_.Enabled() && form_.Unload(kUnloadByUser));
+      event->setAccepted(TakesInput() && form_.Unload(kUnloadByUser));
       return true;
     case QEvent::Resize:
     case QEvent::Show:  // the toolkit resizes a child to the whole room while it's hidden

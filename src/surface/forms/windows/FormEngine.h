@@ -69,6 +69,8 @@ class Form::Engine : public QObject {
  private:
   void Resized();
   bool TakesNumbers() const;
+  /// A child takes none while the main window doesn't.
+  bool TakesInput() const;
 
   Form& form_;
   QPointer<QWidget> inside_;

@@ -14,6 +14,12 @@
 
 namespace zelvane {
 
+std::string CaptionOf(const std::string& text) {
+  std::string caption;
+  for (const char character : text) caption.append(character == '&' ? 2 : 1, character);
+  return caption;
+}
+
 /// The toolkit's side of an entry. The main window may go before its menus do.
 struct Menu::Native {
   Menu& self;

@@ -8,6 +8,9 @@
 
 namespace zelvane {
 
+/// The caption that shows a text as it is: a single ampersand would mark the key.
+std::string CaptionOf(const std::string& text);
+
 /// A menu or an entry of one. An ampersand in the caption marks the key, two stand for one; "-" is a
 /// separator.
 ///

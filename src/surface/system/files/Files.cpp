@@ -29,19 +29,6 @@ std::string WithoutEndSeparator(std::string path) {
   return path;
 }
 
-/// A folder of this user that nobody else may look into; made where there is none.
-bool IsPrivate(const std::string& folder) {
-  constexpr mode_t kOwnerOnly = 0700, kOthers = 0077;
-  ::mkdir(folder.c_str(), kOwnerOnly);
-  const int file = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
-  if (file < 0) return false;
-  struct stat found = {};
-  const bool ours = ::fstat(file, &found) == 0 && found.st_uid == ::geteuid();
-  const bool closed = ours && ((found.st_mode & kOthers) == 0 || ::fchmod(file, kOwnerOnly) == 0);
-  ::close(file);
-  return closed;
-}
-
 /// What names may look like, parted by ";". Case is ignored, and "*.*" fits all.
 class NamePatterns {
  public:
@@ -94,6 +81,10 @@ bool FileExists(const std::string& path) {
   std::error_code error;
   const fs::file_status status = fs::status(path, error);
   return fs::exists(status) && !fs::is_directory(status);
+}
+
+bool IsExecutable(const std::string& path) {
+  return FileExists(path) && ::access(path.c_str(), X_OK) == 0;
 }
 
 bool DeleteFile(const std::string& path) {
@@ -156,10 +147,21 @@ std::string TemporaryFolder() {
   return bare == "/" ? bare : bare + '/';
 }
 
+bool MakeOwnFolder(const std::string& folder) {
+  constexpr mode_t kOwnerOnly = 0700, kOthers = 0077;
+  // A separator behind the name would follow a link.
+  const std::string bare = WithoutEndSeparator(folder);
+  ::mkdir(bare.c_str(), kOwnerOnly);
+  const Descriptor file(::open(bare.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+  struct stat found = {};
+  const bool ours = file.IsOpen() && ::fstat(file.Get(), &found) == 0 && found.st_uid == ::geteuid();
+  return ours && ((found.st_mode & kOthers) == 0 || ::fchmod(file.Get(), kOwnerOnly) == 0);
+}
+
 std::string OwnTemporaryFolder() {
   const std::string system = TemporaryFolder();
   std::string own = system + "zelvane-" + std::to_string(::geteuid());
-  if (IsPrivate(own)) return own + '/';
+  if (MakeOwnFolder(own)) return own + '/';
   // Somebody else took the name: one that nobody can foresee.
   own = system + "zelvane-XXXXXX";
   return ::mkdtemp(own.data()) ? own + '/' : std::string();

@@ -12,6 +12,8 @@ namespace zelvane {
 
 /// A file (not a folder) of that name exists.
 bool FileExists(const std::string& path);
+/// One that this user may start.
+bool IsExecutable(const std::string& path);
 /// Both: false where it failed.
 bool DeleteFile(const std::string& path);
 bool RenameFile(const std::string& from, const std::string& to);
@@ -32,6 +34,8 @@ bool ChangeFolder(const std::string& folder);
 std::string HomeFolder();
 /// The system's folder for temporary files, with its separator at the end.
 std::string TemporaryFolder();
+/// Makes sure that the folder is this user's and nobody else may enter it; makes it where there is none.
+bool MakeOwnFolder(const std::string& folder);
 /// A folder within it that is this user's alone, with its separator at the end; empty where there can't be
 /// one.
 std::string OwnTemporaryFolder();

@@ -14,8 +14,6 @@
 
 namespace zelvane {
 
-namespace {
-
 std::string PhraseFor(int error) {
   switch (error) {
     case ENOENT:
@@ -46,6 +44,8 @@ std::string PhraseFor(int error) {
       return std::strerror(error);
   }
 }
+
+namespace {
 
 constexpr mode_t kReadWrite = 0666;  // less what the user's mask takes away
 constexpr mode_t kOwnerOnly = 0600;  // until it has the old file's rights

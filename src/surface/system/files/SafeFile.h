@@ -13,6 +13,8 @@
 namespace zelvane {
 
 FileStamp StampOf(const struct stat& found);
+/// What the number of an error means, as a phrase for a person.
+std::string PhraseFor(int error);
 
 /// A file being written beside the one that it will replace, piece by piece. The old file stands until
 /// `Commit` has put the new one, whole and on the disk, in its place; without a commit nothing remains.
