@@ -74,6 +74,14 @@ void FloatSelection(ImageDocument& document, Bitmap pixels, Single left, Single 
   RefreshPaintArea(document.Buffer);
 }
 
+void ReplaceSelection(ImageDocument& document, Bitmap pixels) {
+  PictureSurface& selected = document.BufferSelected;
+  if (pixels.Bounds() == selected.Image().Bounds()) return selected.SetImage(std::move(pixels));
+  const Single left = selected.Left(), top = selected.Top();
+  PutBack(document);
+  FloatSelection(document, std::move(pixels), left, top);
+}
+
 /// A selection that is put back where it stands leaves every layer as it was.
 void MoveSelection(ImageDocument& document, Single left, Single top) {
   PictureSurface& selected = document.BufferSelected;

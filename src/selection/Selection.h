@@ -18,6 +18,10 @@ void LiftSelection(ImageDocument& document, const Rect& area);
 /// was.
 void FloatSelection(ImageDocument& document, Bitmap pixels, Single left, Single top);
 
+/// Gives the floating selection other pixels, of another size perhaps; its corner stays where it is, and the
+/// picture whole beneath.
+void ReplaceSelection(ImageDocument& document, Bitmap pixels);
+
 /// Moves the floating selection, in image pixels rounded halves to even: what lay beneath it returns, what
 /// lies beneath the new place is kept.
 void MoveSelection(ImageDocument& document, Single left, Single top);

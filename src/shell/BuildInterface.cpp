@@ -1,13 +1,11 @@
 #include "shell/BuildInterface.h"
 
-#include <cctype>
-
 #include "colour/ColorBars.h"
 #include "document/layers/InfoPanel.h"
 #include "document/layers/ReadOuts.h"
 #include "imageops/ProgressDisplay.h"
+#include "imageops/effects/RunEffect.h"
 #include "shell/MainForm.h"
-#include "surface/system/files/Files.h"
 #include "tools/OptionBars.h"
 #include "tools/Options.h"
 #include "tools/Selector.h"
@@ -44,21 +42,14 @@ void DrawSplits() {
   DrawEdgeAcross(InfoPanel->Split);
 }
 
-/// "sharpen.exe" shows as "Sharpen".
-std::string EffectCaption(const std::string& file) {
-  std::string name = file.substr(0, file.find(".exe"));
-  if (!name.empty()) name[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(name[0])));
-  return name;
-}
-
 /// The menu stays hidden without an effect program.
 void LoadEffectsList(MainMenu& menus) {
-  const auto files = FilesIn(JoinPath(ApplicationFolder(), "Effects"), "*.exe");
+  const std::vector<std::string> files = EffectPrograms();
   for (size_t i = 0; i < files.size(); ++i) {
     if (i > 0)
       menus.Effect.push_back(std::make_unique<Menu>(menus.Effects, "Effect(" + std::to_string(i) + ")", ""));
     menus.Effect[i]->SetTag(files[i]);
-    menus.Effect[i]->SetCaption(EffectCaption(files[i]));
+    menus.Effect[i]->SetCaption(CaptionOf(EffectName(files[i])));
     menus.Effects.SetVisible(true);
   }
 }

@@ -4,6 +4,7 @@
 #include "document/window/SavePicture.h"
 #include "document/window/frmNew.h"
 #include "imageops/Undo.h"
+#include "imageops/effects/RunEffect.h"
 #include "selection/SelectionCommands.h"
 #include "selection/clipboard/Paste.h"
 #include "shell/MainForm.h"
@@ -21,13 +22,6 @@ constexpr char kSiblingTitle[] = " Korvath", kSiblingProgram[] = "Korvath.exe";
 
 bool SplashIsOn() {
   return ReadNumber("ShowSplashScreen", 1) == 1.0;
-}
-
-/// A caption that shows a file's name as it is: a single "&" would underline the letter behind it.
-std::string CaptionOf(const std::string& path) {
-  std::string caption;
-  for (const char character : NameOf(path)) caption.append(character == '&' ? 2 : 1, character);
-  return caption;
 }
 
 void WireRecentEntries(MainMenu& menu) {
@@ -61,6 +55,9 @@ void WireMenus(MainMenu& menu) {
   menu.SelectAll.OnClick = SelectAll_Click;
   menu.ClearSelection.OnClick = ClearSelection_Click;
   menu.Image.OnClick = Image_Click;
+  menu.Effects.OnClick = Effects_Click;
+  for (size_t i = 0; i < menu.Effect.size(); ++i)
+    menu.Effect[i]->OnClick = [i] { Effect_Click(static_cast<int16_t>(i)); };
   menu.ArrHorizontal.OnClick = ArrHorizontal_Click;
   menu.ArrVertival.OnClick = ArrVertival_Click;
   menu.Cascade.OnClick = Cascade_Click;
@@ -93,6 +90,16 @@ void Image_Click() {
   for (Menu* entry : {&menu.FlipHorizontal, &menu.FlipVertical, &menu.InvertImage, &menu.ImageSize,
                       &menu.ImagePalette, &menu.GreyScalemenu})
     entry->SetEnabled(document);
+}
+
+void Effects_Click() {
+  const ImageDocument* document = ActiveDocument();
+  const bool holds_picture = document && (document->OpenedFile || document->Dirty);
+  for (const auto& entry : MainForm->Menus.Effect) entry->SetEnabled(holds_picture);
+}
+
+void Effect_Click(int16_t Index) {
+  RunEffect(MainForm->Menus.Effect.at(static_cast<size_t>(Index))->Tag());
 }
 
 void NewImage_Click() {
@@ -148,7 +155,7 @@ void ShowRecentList() {
   const auto entries = MainForm->Menus.RecentEntries();
   for (size_t i = 0; i < entries.size(); ++i) {
     const std::string& path = State.RecentFiles[i];
-    entries[i]->SetCaption(path.empty() ? ";File" + std::to_string(i + 1) : CaptionOf(path));
+    entries[i]->SetCaption(path.empty() ? ";File" + std::to_string(i + 1) : CaptionOf(NameOf(path)));
     entries[i]->SetEnabled(!path.empty());
     if (i > 0) entries[i]->SetVisible(!path.empty());
   }

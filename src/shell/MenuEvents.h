@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+
 namespace zelvane {
 
 struct MainMenu;
@@ -11,12 +13,14 @@ void WireMenus(MainMenu& menu);
 void File_Click();
 void Edit_Click();
 void Image_Click();
+void Effects_Click();
 
 // Entries. Each checks for itself whether it can act, since a shortcut fires it whatever its menu shows.
 void NewImage_Click();
 void FileOpen_Click();
 void Close_Click();
 void PasteSpecial_Click();
+void Effect_Click(int16_t Index);
 void Manager_Click();
 void Splash_Click();
 void Exit_Click();

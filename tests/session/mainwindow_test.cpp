@@ -1,5 +1,4 @@
 #include <QDir>
-#include <QFile>
 #include <QTest>
 
 #include "document/layers/ReadOuts.h"
@@ -9,7 +8,6 @@
 #include "shell/MenuEvents.h"
 #include "shell/state/Settings.h"
 #include "surface/forms/windows/Application.h"
-#include "surface/system/files/Files.h"
 #include "tools/OptionBars.h"
 #include "tools/SelectTool.h"
 #include "tools/Selector.h"
@@ -75,20 +73,6 @@ TEST_F(TheMainWindow, EntriesAndShortcutsNeedADocument) {
     for (const Menu* entry : {&menu.Save, &menu.SaveAs, &menu.Close, &menu.Undo, &menu.FlipVertical})
       EXPECT_EQ(entry->Enabled(), open) << entry->Name();
   }
-}
-
-TEST_F(TheMainWindow, ListsTheEffectProgramsOfItsFolder) {
-  QDir effects(QString::fromStdString(ApplicationFolder()) + "/Effects");
-  ASSERT_TRUE(effects.mkpath("."));
-  for (const char* name : {"sharpen.exe", "oil paint.exe", "readme.txt"})
-    ASSERT_TRUE(QFile(effects.filePath(name)).open(QIODevice::WriteOnly));
-  Start();
-  EXPECT_TRUE(effects.removeRecursively());
-  const MainMenu& menu = MainForm->Menus;
-  EXPECT_TRUE(menu.Effects.Visible());
-  ASSERT_EQ(menu.Effect.size(), 2u);
-  EXPECT_EQ(menu.Effect[0]->Caption(), "Oil paint");
-  EXPECT_EQ(menu.Effect[1]->Tag(), "sharpen.exe");
 }
 
 TEST_F(TheMainWindow, ASizeTooSmallIsSetRightAndTheLastNormalOneKept) {
