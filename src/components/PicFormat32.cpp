@@ -31,6 +31,10 @@ std::optional<LoadedPicture> PicFormat32::TakePicture(int32_t number) {
   return std::move(found.mapped());
 }
 
+WriteResult PicFormat32::ConvertToGif(const Bitmap& picture, const WriteTarget& target) {
+  return SaveGif(picture, target);
+}
+
 WriteResult PicFormat32::ConvertToJpeg(const Bitmap& picture, const WriteTarget& target,
                                        const std::string& compression) {
   return SaveJpeg(picture, CompressionIn(compression), target);

@@ -9,7 +9,7 @@
 
 namespace zelvane {
 
-/// Reads png, mng, jpeg, bmp, xbm and gif pictures, writes jpeg ones.
+/// Reads png, mng, jpeg, bmp, xbm and gif pictures, writes gif and jpeg ones.
 class PicFormat32 {
  public:
   /// The number of the picture read, 0 where that failed.
@@ -17,8 +17,9 @@ class PicFormat32 {
   /// Hands over the picture of that number, which is then forgotten.
   std::optional<LoadedPicture> TakePicture(int32_t number);
 
-  /// Writes as `SavePicture` does. `compression` is a number of 20 (the best picture) to 130 (the smallest
-  /// file); one beyond is clamped, any other text counts as 65.
+  /// Both write as `SavePicture` does. `compression` is a number of 20 (the best picture) to 130 (the
+  /// smallest file); one beyond is clamped, any other text counts as 65.
+  static WriteResult ConvertToGif(const Bitmap& picture, const WriteTarget& target);
   static WriteResult ConvertToJpeg(const Bitmap& picture, const WriteTarget& target,
                                    const std::string& compression);
 

@@ -150,7 +150,7 @@ TEST_F(Files, SavingWritesTheKindOfTheEndingAndTheDocumentKeepsItsPixels) {
   frmPaint& document = OpenChanged("a.bmp");
   const QImage pixels = Picture(document.Buffer);
   WriteSetting("JPEGCompression", "130");
-  for (const char* kind : {"jpeg", "tiff", "ico", "bmp"}) {
+  for (const char* kind : {"gif", "jpeg", "tiff", "ico", "bmp"}) {
     const std::string path = PathOf(std::string("saved.") + kind);
     document.Dirty = true;
     SetSaveType(path);

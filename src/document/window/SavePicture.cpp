@@ -67,7 +67,7 @@ WriteTarget TargetFor(const ImageDocument& document, const std::string& path) {
 WriteResult Write(const Bitmap& picture, const WriteTarget& target) {
   switch (State.SaveType) {
     case kSaveGif:
-      return {"pictures of this kind can't be written yet; choose another ending"};
+      return State.PicFormatObject->ConvertToGif(picture, target);
     case kSaveJpeg:
       return State.PicFormatObject->ConvertToJpeg(picture, target, ReadSetting("JPEGCompression", "65"));
     case kSaveTiff:

@@ -41,7 +41,7 @@ Bytes Picture(const Bitmap& image, const Bitmap& mask) {
   PutLittle(bytes, static_cast<uint64_t>(image.Height() + mask.Height()), 4);
   PutLittle(bytes, 1, 2);   // planes
   PutLittle(bytes, 32, 2);  // bits a pixel
-  PutLittle(bytes, 0, 24);  // no compression, no palette
+  bytes.resize(kHeader);    // no compression, no palette
   PutColours(bytes, image, mask);
   PutMask(bytes, mask);
   return bytes;

@@ -16,6 +16,10 @@ using PieceSink = std::function<bool(const void* bytes, size_t count)>;
 /// A Windows bitmap file of 24 bits a pixel.
 bool EncodeBmp(const Bitmap& picture, const PieceSink& sink);
 
+/// A GIF file. Up to 256 colours are kept exactly; above, the picture gets the best palette that can be found
+/// and is dithered (`IndexedPicture.h`).
+bool EncodeGif(const Bitmap& picture, const PieceSink& sink);
+
 /// An icon file of one picture of 32 bits a pixel. Where `mask` is white the ground shows and `image` should
 /// be black; where it's black `image` does. Both have the same size, of at most 256 a side.
 bool EncodeIco(const Bitmap& image, const Bitmap& mask, const PieceSink& sink);

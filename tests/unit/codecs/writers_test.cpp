@@ -50,8 +50,8 @@ Bitmap Noise(int width, int height, uint32_t colours) {
 
 TEST(Writers, GiveUpWhereTheSinkRefuses) {
   const Bitmap picture = Noise(900, 900, 1 << 24);
-  for (const auto& [kind, write] :
-       std::map<std::string, Writer>{{"jpeg", Jpeg(20)}, {"tiff", EncodeTiff}, {"icon", Icon}}) {
+  for (const auto& [kind, write] : std::map<std::string, Writer>{
+           {"gif", EncodeGif}, {"jpeg", Jpeg(20)}, {"tiff", EncodeTiff}, {"icon", Icon}}) {
     int pieces = 0;
     EXPECT_FALSE(write(picture, [&](const void*, size_t) { return ++pieces < 2; })) << kind;
     EXPECT_EQ(pieces, 2) << kind;
@@ -107,6 +107,71 @@ TEST(Writers, AnIconIsClearWhereItHasTheColourOfItsFirstPixel) {
         ASSERT_EQ(icon.pixel(x, y), shown ? image.pixel(x, y) : 0) << x << ' ' << y;
       }
   }
+}
+
+TEST(Writers, GifsOfUpTo256ColoursReadBackToTheBit) {
+  for (const uint32_t colours : {1, 2, 3, 16, 17, 255, 256}) {
+    const Bitmap picture = Noise(97, 61, colours);
+    const Bytes file = Written(EncodeGif, picture);
+    EXPECT_TRUE(Decoded(file) == picture) << colours;
+    EXPECT_EQ(ByQt(file, "gif").convertToFormat(QImage::Format_RGB32), ImageOf(picture)) << colours;
+    // No more room for colours than the next power of two.
+    const uint32_t table = 2u << (file[10] & 7);
+    EXPECT_TRUE(table >= colours && (table < 2 * colours || table == 2)) << colours;
+  }
+  std::mt19937 random(1);
+  for (int i = 0; i < 300; ++i) {
+    const Bitmap picture =
+        Noise(1 + static_cast<int>(random() % 300), 1 + static_cast<int>(random() % 40), 1 + random() % 256);
+    ASSERT_TRUE(Decoded(Written(EncodeGif, picture)) == picture) << i;
+  }
+}
+
+/// The means of squares of 8 x 8 pixels, by channel.
+std::vector<double> Means(const Bitmap& picture) {
+  std::vector<double> means;
+  for (int top = 0; top + 8 <= picture.Height(); top += 8)
+    for (int left = 0; left + 8 <= picture.Width(); left += 8)
+      for (const int shift : {0, 8, 16}) {
+        double sum = 0;
+        for (int i = 0; i < 64; ++i) sum += picture.Row(top + i / 8)[left + i % 8] >> shift & 0xFF;
+        means.push_back(sum / 64);
+      }
+  return means;
+}
+
+TEST(Writers, GifsOfMoreColoursKeepTheMeansOfAreas) {
+  for (const auto& [width, height] : {std::pair{400, 301}, {301, 17}, {2000, 8}}) {
+    Bitmap picture(width, height, 0);
+    for (int i = 0; i < width * height; ++i) {
+      const uint32_t red = i % width * 255 / width, green = i / width * 255 / height;
+      picture.WritableRow(0)[i] = 0xFF000040u | red << 16 | green << 8;
+    }
+    const auto before = Means(picture), after = Means(*Decoded(Written(EncodeGif, picture)));
+    ASSERT_EQ(before.size(), after.size());
+    double off = 0;
+    for (size_t i = 0; i < before.size(); ++i) off += std::abs(before[i] - after[i]);
+    EXPECT_LT(off / static_cast<double>(before.size()), 0.7) << width;
+  }
+  // One row, one column, and fewer rows than are worked on side by side.
+  for (const auto& [width, height] : {std::pair{20000, 1}, {1, 20000}, {5000, 3}}) {
+    const auto read = Decoded(Written(EncodeGif, Noise(width, height, 1 << 24)));
+    EXPECT_TRUE(read && read->Width() == width && read->Height() == height);
+  }
+}
+
+TEST(Writers, AGifOfAFewColoursTooManyHasNoSpeckles) {
+  Bitmap picture(256, 64, 0);
+  for (int y = 0; y < 64; ++y)
+    for (uint32_t x = 0; x < 256; ++x) picture.WritableRow(y)[x] = 0xFF000000u | x * 0x010101u;
+  for (uint32_t x = 0; x < 40; ++x) picture.WritableRow(30)[x] = kRed - (x << 16);
+  const Bitmap read = *Decoded(Written(EncodeGif, picture));
+  EXPECT_LE(Difference(read, ImageOf(picture)), 3);
+  Bitmap flat(300, 300, 0xFF3C6496u);  // with smooth edges of thousands of colours round the area
+  for (int y = 0; y < 20; ++y) std::copy_n(Noise(300, 1, 1 << 24).Row(0), 300, flat.WritableRow(y));
+  const Bitmap flat_read = *Decoded(Written(EncodeGif, flat));
+  for (int y = 20; y < 300; ++y)
+    for (int x = 0; x < 300; ++x) ASSERT_EQ(flat_read.Row(y)[x], 0xFF3C6496u) << x << ' ' << y;
 }
 
 }  // namespace

@@ -116,6 +116,10 @@ WriteResult SavePicture(const Bitmap& picture, const WriteTarget& target) {
   return Write(picture, target, [&](const PieceSink& sink) { return EncodeBmp(picture, sink); });
 }
 
+WriteResult SaveGif(const Bitmap& picture, const WriteTarget& target) {
+  return Write(picture, target, [&](const PieceSink& sink) { return EncodeGif(picture, sink); });
+}
+
 WriteResult SaveJpeg(const Bitmap& picture, double compression, const WriteTarget& target) {
   return Write(picture, target,
                [&](const PieceSink& sink) { return EncodeJpeg(picture, compression, sink); });

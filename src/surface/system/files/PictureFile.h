@@ -33,6 +33,7 @@ void ReadAhead(const std::string& path);
 WriteResult SavePicture(const Bitmap& picture, const WriteTarget& target);
 
 /// The same for other kinds of file (`surface/codecs/PictureEncoder.h` tells what the arguments mean).
+WriteResult SaveGif(const Bitmap& picture, const WriteTarget& target);
 WriteResult SaveJpeg(const Bitmap& picture, double compression, const WriteTarget& target);
 WriteResult SaveTiff(const Bitmap& picture, const WriteTarget& target);
 WriteResult SaveIcon(const Bitmap& image, const Bitmap& mask, const WriteTarget& target);
