@@ -3,6 +3,7 @@
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
+#include <chrono>
 #include <ctime>
 #include <vector>
 
@@ -23,20 +24,25 @@ inline double ThreadSeconds() {
   return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * 1e-9;
 }
 
+/// By the clock, for what also waits.
+inline double ClockSeconds() {
+  return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
+}
+
 template <class Step>
-double Seconds(Step&& step) {
-  const double start = ThreadSeconds();
+double Seconds(Step&& step, double (*now)() = ThreadSeconds) {
+  const double start = now();
   step();
   benchmark::ClobberMemory();
-  return ThreadSeconds() - start;
+  return now() - start;
 }
 
 template <class Operation, class Floor>
-void Compare(benchmark::State& state, Operation operation, Floor floor) {
+void Compare(benchmark::State& state, Operation operation, Floor floor, double (*now)() = ThreadSeconds) {
   std::vector<double> operations, floors;
   for (auto _ : state) {
-    operations.push_back(Seconds(operation));
-    floors.push_back(Seconds(floor));
+    operations.push_back(Seconds(operation, now));
+    floors.push_back(Seconds(floor, now));
     state.SetIterationTime(operations.back());
   }
   const double operation_time = Median(operations), floor_time = Median(floors);

@@ -55,7 +55,8 @@ class Sums {
     }
   }
   Moments Within(const Box& box) const {
-    const auto& [low, high] = std::pair(box.low, box.high);
+    const auto& low = box.low;
+    const auto& high = box.high;
     const auto slice = [&](size_t red) {
       return sums_[At(red, high[1], high[2])] + sums_[At(red, low[1], low[2])] -
              sums_[At(red, low[1], high[2])] - sums_[At(red, high[1], low[2])];

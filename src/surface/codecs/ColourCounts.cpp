@@ -3,24 +3,24 @@
 namespace zelvane {
 
 ColourCounts::ColourCounts(const Bitmap& picture) : slots_(size_t{1} << kSlotBits) {
-  for (int y = 0; y < picture.Height() && !many_; ++y) {
-    const Pixel* row = picture.Row(y);
-    for (int x = 0, start = 0; x < picture.Width() && !many_; start = x) {
-      while (x < picture.Width() && row[x] == row[start]) ++x;
-      CountRun(row[start], static_cast<uint32_t>(x - start));
-    }
+  const size_t pixels = static_cast<size_t>(picture.Width()) * static_cast<size_t>(picture.Height());
+  entries_.reserve(kMost);
+  low_bytes_.reserve(pixels);
+  for (size_t i = 0; i < pixels; ++i) {
+    const Pixel colour = picture.Row(0)[i];
+    Slot& slot = slots_[SlotOf(colour)];
+    if (slot.colour == 0 && !Add(slot, colour)) return;
+    ++entries_[slot.place].count;
+    low_bytes_.push_back(static_cast<unsigned char>(slot.place));
   }
 }
 
-void ColourCounts::CountRun(Pixel colour, uint32_t length) {
-  Slot& slot = slots_[SlotOf(colour)];
-  if (slot.colour == 0) {
-    many_ = entries_.size() == kMost;
-    if (many_) return;
-    slot = {colour, static_cast<uint32_t>(entries_.size())};
-    entries_.push_back({colour, 0});
-  }
-  entries_[slot.place].count += length;
+bool ColourCounts::Add(Slot& slot, Pixel colour) {
+  many_ = entries_.size() == kMost;
+  if (many_) return false;
+  slot = {colour, static_cast<uint32_t>(entries_.size())};
+  entries_.push_back({colour, 0});
+  return true;
 }
 
 }  // namespace zelvane

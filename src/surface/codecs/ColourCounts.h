@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <utility>
 #include <vector>
 
 #include "surface/raster/Bitmap.h"
@@ -23,6 +24,9 @@ class ColourCounts {
   bool AreMany() const { return many_; }
   /// In the order in which they come first, row by row.
   const std::vector<Entry>& Entries() const { return entries_; }
+  /// For each pixel the low byte of its colour's place in `Entries`, handed over: all of it where there are
+  /// no more than 256.
+  std::vector<unsigned char> TakeLowBytes() { return std::move(low_bytes_); }
   /// The place in `Entries` of a colour that the picture has.
   size_t PlaceOf(Pixel colour) const { return slots_[SlotOf(colour)].place; }
 
@@ -41,10 +45,11 @@ class ColourCounts {
     while (slots_[slot].colour != colour && slots_[slot].colour != 0) slot = (slot + 1) % slots_.size();
     return slot;
   }
-  void CountRun(Pixel colour, uint32_t length);
+  bool Add(Slot& slot, Pixel colour);
 
   std::vector<Slot> slots_;
   std::vector<Entry> entries_;
+  std::vector<unsigned char> low_bytes_;
   bool many_ = false;
 };
 

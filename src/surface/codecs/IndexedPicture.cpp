@@ -45,8 +45,7 @@ std::vector<unsigned char> Mapped(const Bitmap& picture, const ColourCounts& cou
   return mapped;
 }
 
-Palette PaletteOf(const ColourCounts& counts) {
-  if (counts.Entries().size() > kPaletteSize) return Quantise(ColoursOf(counts));
+Palette ExactPalette(const ColourCounts& counts) {
   Palette palette;
   for (const auto& [colour, count] : counts.Entries()) palette.push_back(colour);
   return palette;
@@ -55,8 +54,9 @@ Palette PaletteOf(const ColourCounts& counts) {
 }  // namespace
 
 IndexedPicture ToIndexed(const Bitmap& picture) {
-  const ColourCounts counts(picture);
-  const Palette palette = counts.AreMany() ? Quantise(MeanColoursOf(picture)) : PaletteOf(counts);
+  ColourCounts counts(picture);
+  if (counts.Entries().size() <= kPaletteSize) return {ExactPalette(counts), counts.TakeLowBytes()};
+  const Palette palette = Quantise(counts.AreMany() ? MeanColoursOf(picture) : ColoursOf(counts));
   if (!counts.AreMany()) {
     const Places places = NearestPlaces(counts, palette);
     if (HoldsNearlyAll(counts, palette, places)) return {palette, Mapped(picture, counts, places)};
