@@ -1,7 +1,7 @@
 #include "effects/Effects.h"
-#include "effects/frame/RunEffect.h"
+#include "effects/frame/EffectProgram.h"
 
 /// Compiled once for every effect, which `EFFECT` names.
 int main(int argc, char** argv) {
-  return zelvane::RunEffect(zelvane::EFFECT(), argc, argv);
+  return zelvane::RunEffectProgram(zelvane::EFFECT(), argc, argv);
 }

@@ -4,6 +4,7 @@
 #include <QComboBox>
 #include <QDoubleSpinBox>
 #include <QLabel>
+#include <QPainter>
 #include <QPushButton>
 #include <QSlider>
 #include <cmath>
@@ -30,12 +31,14 @@ SettingRow AddSlider(const Setting& setting, QGridLayout& grid, int row, QLabel*
   box->setAccelerated(true);
   box->setAccessibleName(name);
   label->setBuddy(box);
+  const auto steps_of = [=](double value) { return static_cast<int>(std::lround((value - least) / step)); };
+  slider->setValue(steps_of(box->value()));
   QObject::connect(slider, &QSlider::valueChanged, box, [=](int steps) {
     // What was typed between two steps stays.
-    if (steps != std::lround((box->value() - least) / step)) box->setValue(least + steps * step);
+    if (steps != steps_of(box->value())) box->setValue(least + steps * step);
   });
   QObject::connect(box, &QDoubleSpinBox::valueChanged, slider, [=](double value) {
-    slider->setValue(static_cast<int>(std::lround((value - least) / step)));
+    slider->setValue(steps_of(value));
     OnChange();
   });
   grid.addWidget(slider, row, 1);
@@ -67,7 +70,8 @@ SettingRow AddColour(const Setting& setting, QGridLayout& grid, int row, QLabel*
     if (!chosen.isValid() || chosen == *colour) return;
     *colour = chosen;
     QPixmap swatch(button->iconSize());
-    swatch.fill(chosen);
+    swatch.fill(button->palette().color(QPalette::ButtonText));
+    QPainter(&swatch).fillRect(swatch.rect().adjusted(1, 1, -1, -1), chosen);
     button->setIcon(swatch);
     button->setText(chosen.name());
     OnChange();

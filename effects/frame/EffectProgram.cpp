@@ -1,4 +1,4 @@
-#include "effects/frame/RunEffect.h"
+#include "effects/frame/EffectProgram.h"
 
 #include <QApplication>
 #include <QMessageBox>
@@ -65,7 +65,7 @@ int ShowWindow(const Effect& effect, const std::string& path, int argc, char** a
 
 }  // namespace
 
-int RunEffect(const Effect& effect, int argc, char** argv) {
+int RunEffectProgram(const Effect& effect, int argc, char** argv) {
   SurviveFileSizeLimit();
   const std::string program = argc > 0 ? NameOf(argv[0]) : effect.title;
   const Order order = ReadCommandLine(effect, {argv + std::min(argc, 1), argv + argc});
