@@ -1,23 +1,32 @@
-#include <array>
-#include <utility>
-
 #include "effects/pixels/Effect.h"
 #include "effects/pixels/Pixels.h"
 
 namespace zelvane {
 namespace {
 
-/// The middle one of nine values, by the fewest exchanges that find it (J. L. Smith, 1996).
-uint8_t Median(std::array<uint8_t, 9> v) {
-  const auto order = [&v](size_t a, size_t b) {
-    const uint8_t lower = std::min(v[a], v[b]), higher = std::max(v[a], v[b]);
-    v[a] = lower;
-    v[b] = higher;
-  };
-  order(1, 2), order(4, 5), order(7, 8), order(0, 1), order(3, 4), order(6, 7), order(1, 2);
-  order(4, 5), order(7, 8), order(0, 3), order(5, 8), order(4, 7), order(3, 6), order(1, 4);
-  order(2, 5), order(4, 7), order(4, 2), order(6, 4), order(4, 2);
-  return v[4];
+inline void Order(int& a, int& b) {
+  const int lower = std::min(a, b);
+  b = std::max(a, b);
+  a = lower;
+}
+
+/// Orders three values.
+inline void Order(int& a, int& b, int& c) {
+  Order(b, c);
+  Order(a, b);
+  Order(b, c);
+}
+
+/// The middle one of nine values: that of the largest of the three least, the middle of the three middle ones
+/// and the least of the three largest (J. L. Smith, 1996). Without a branch, so that many go at a time.
+inline int Median(int a, int b, int c, int d, int e, int f, int g, int h, int i) {
+  Order(a, b, c);
+  Order(d, e, f);
+  Order(g, h, i);
+  int least = std::max(std::max(a, d), g), most = std::min(std::min(c, f), i);
+  Order(b, e, h);
+  Order(least, e, most);
+  return e;
 }
 
 /// Each channel of each pixel becomes the median of the nine around it.
@@ -31,7 +40,7 @@ Bitmap Once(const Bitmap& picture, Work& work) {
       const uint8_t *const a = bytes(y - 1), *const b = bytes(y), *const c = bytes(y + 1);
       uint8_t* const to = BytesOf(rows[y]);
       const auto put = [=](int l, int m, int r) {
-        to[m] = Median({a[l], a[m], a[r], b[l], b[m], b[r], c[l], c[m], c[r]});
+        to[m] = static_cast<uint8_t>(Median(a[l], a[m], a[r], b[l], b[m], b[r], c[l], c[m], c[r]));
       };
       for (int i = kBytesPerPixel; i < last; ++i) put(i - kBytesPerPixel, i, i + kBytesPerPixel);
       for (int i = 0; i < kBytesPerPixel; ++i) {
