@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
 """Holds the house's order of floors: who may include whom.
 
-include_floors.py SRC reads every source below SRC and prints a line `file:line: why` for each include that goes up,
-for each circle among rooms or among headers, and for each use of the toolkit's headers above the floors that know it.
-Ends with 1 when it has printed any.
+include_floors.py ROOT reads every source below ROOT/src and ROOT/effects and prints a line `file:line: why` for each
+include that goes up, for each circle among rooms or among headers, and for each use of the toolkit's headers above the
+floors that know it. Ends with 1 when it has printed any.
 """
 
 import fnmatch
@@ -15,6 +15,9 @@ import sys
 # on each of them.
 ROOMS = [
     ("surface/raster/*", "surface/raster", 1),
+    ("effects/pixels/*", "effects/pixels", 1.2),
+    ("effects/frame/*", "effects/frame", 2.5),
+    ("effects/*", "effects", 1.5),
     ("surface/text/*", "surface/text", 2),
     ("surface/forms/*", "surface/forms", 2),
     ("surface/system/*", "surface/system", 2),
@@ -45,7 +48,7 @@ ROOMS = [
 ]
 
 # Rooms that may include the toolkit's headers.
-TOOLKIT_ROOMS = {"surface/text", "surface/forms", "surface/system", "components"}
+TOOLKIT_ROOMS = {"effects/frame", "surface/text", "surface/forms", "surface/system", "components"}
 
 SOURCE_ENDINGS = (".h", ".cpp")
 INCLUDE = re.compile(r'^\s*#\s*include\s*(?:"([^"]+)"|<([^>]+)>)')
@@ -75,38 +78,46 @@ def circles(graph):
             for node in graph if node in reach[node]}
 
 
-def sources_of(folder):
-    for place, folders, names in os.walk(folder):
-        folders.sort()
-        for name in sorted(names):
-            if name.endswith(SOURCE_ENDINGS):
-                yield os.path.relpath(os.path.join(place, name), folder)
+def place_of(root, path):
+    """Where a file lies that is included as `path`."""
+    place = os.path.join(root, "" if path.startswith("effects/") else "src", path)
+    return place if os.path.isfile(place) else place + ".in"
 
 
-def includes_of(folder, path):
+def sources_of(root):
+    """As they are included: from src/, those of the effects from the root."""
+    for start, below in ((os.path.join(root, "src"), "src"), (root, "effects")):
+        for place, folders, names in os.walk(os.path.join(root, below)):
+            folders.sort()
+            for name in sorted(names):
+                if name.endswith(SOURCE_ENDINGS):
+                    yield os.path.relpath(os.path.join(place, name), start)
+
+
+def includes_of(root, path):
     """(line, included path, whether it's written in quotes) of each."""
-    with open(os.path.join(folder, path), encoding="utf-8") as lines:
+    with open(place_of(root, path), encoding="utf-8") as lines:
         for number, match in enumerate(map(INCLUDE.match, lines), 1):
             if match:
                 yield number, match[1] or match[2], match[1] is not None
 
 
-def violations(folder):
+def violations(root):
     """(path, line, why) of each, in the order of the files."""
     found = []
     edges = []  # path, line, included path, room and floor of the path, of the included
-    for path in sources_of(folder):
+    for path in sources_of(root):
         here = room_of(path)
         if here is None:
             found.append((path, 1, "stands in no room; add it to the table of rooms and floors"))
             continue
         room, floor = here
-        for number, name, own in includes_of(folder, path):
+        for number, name, own in includes_of(root, path):
             there = room_of(os.path.normpath(name))
             if not own:
                 if TOOLKIT_HEADER.match(name) and room not in TOOLKIT_ROOMS:
                     found.append((path, number, f"<{name}>: {room} doesn't know the toolkit"))
-            elif not there or not os.path.isfile(os.path.join(folder, name)):
+            elif not there or not os.path.isfile(place_of(root, name)):
                 found.append((path, number, f'"{name}": no file of a room, as written from the source folder'))
             else:
                 edges.append((path, number, os.path.normpath(name), here, there))
@@ -131,13 +142,13 @@ def violations(folder):
 
 
 def main():
-    folder = sys.argv[1]
-    if next(sources_of(folder), None) is None:
-        print(f"{folder}:1: holds no sources")
+    root = sys.argv[1]
+    if next(sources_of(root), None) is None:
+        print(f"{root}:1: holds no sources")
         return 1
-    found = violations(folder)
+    found = violations(root)
     for path, number, why in found:
-        print(f"{os.path.join(folder, path)}:{number}: {why}")
+        print(f"{place_of(root, path)}:{number}: {why}")
     return 1 if found else 0
 
 
