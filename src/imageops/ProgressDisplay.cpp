@@ -18,6 +18,7 @@ ProgressControls::ProgressControls(MdiForm& main)
   ProcessBg.SetVisible(false);
   lblProcessing.Move(8, kMargin, 80, kHeight - 2 * kMargin);
   Process.Move(92, kMargin, 100, kHeight - 2 * kMargin);
+  Process.SetBackColor(SystemColor::WindowBackground);
   ProcessBar.SetBackColor(SystemColor::ActiveCaption);
   ProcessBar.Move(0, 0, 1, kHeight - 2 * kMargin);
 }

@@ -60,7 +60,11 @@ void DrawRaisedButtons() {
 
 void DrawProgressEdge() {
   DrawRaisedEdge(Progress->ProcessBg);
-  Progress->ProcessBg.OnResize = [] { DrawRaisedEdge(Progress->ProcessBg); };
+  // It gets its width when it first comes up.
+  Progress->ProcessBg.OnResize = [] {
+    DrawRaisedEdge(Progress->ProcessBg);
+    Progress->Process.SetWidth(Progress->ProcessBg.Width() - Progress->Process.Left());
+  };
 }
 
 }  // namespace

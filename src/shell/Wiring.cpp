@@ -4,6 +4,7 @@
 #include "colour/frmColor.h"
 #include "document/layers/ImageDocument.h"
 #include "document/window/Clear.h"
+#include "document/window/ReadingDisplay.h"
 #include "shell/MainForm.h"
 #include "surface/forms/windows/Application.h"
 #include "tools/OptionBars.h"
@@ -53,6 +54,7 @@ void WireSliderKeys(MainWindow& window) {
 }  // namespace
 
 void WirePanels(MainWindow& window) {
+  OnLongReading = ShowReading;
   OnMemoryShort = [] { MsgBox("There is not enough memory for this.", 48, "Zelvane"); };
   WireTools();
   WireSliderKeys(window);

@@ -5,6 +5,7 @@
 #include "shell/state/RecentFiles.h"
 #include "shell/state/Settings.h"
 #include "shell/state/State.h"
+#include "surface/raster/FailingStep.h"
 
 namespace zelvane {
 
@@ -16,7 +17,7 @@ void MonitorWindow::Form_Activate() {
   State.CommandLine = ReadSetting("CommandLine2", "");
   if (!State.CommandLine.empty()) {
     if (MainForm->WindowState() == kMinimised) MainForm->SetWindowState(kNormal);
-    OpenPicture(State.CommandLine);
+    Attempt([] { OpenPicture(State.CommandLine); });
     AddToRecentList(State.CommandLine);
     State.CommandLine.clear();
     WriteSetting("CommandLine2", "");

@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QImageReader>
 #include <QMimeData>
+#include <QTest>
 #include <QTimer>
 #include <map>
 
@@ -11,12 +12,15 @@
 #include "document/layers/InfoPanel.h"
 #include "document/window/MakeDocument.h"
 #include "document/window/OpenPicture.h"
+#include "document/window/ReadingDisplay.h"
 #include "document/window/SavePicture.h"
+#include "imageops/ProgressDisplay.h"
 #include "session/Session.h"
 #include "shell/MainForm.h"
 #include "shell/MenuEvents.h"
 #include "shell/state/RecentFiles.h"
 #include "shell/state/Settings.h"
+#include "surface/forms/windows/EventLoop.h"
 #include "tools/SelectTool.h"
 #include "ui/MsgBox.h"
 
@@ -74,6 +78,35 @@ TEST_F(Files, AFileThatIsWholeAMomentLaterIsRead) {
   const std::string path = PathOf("late.dib"), made = MakePicture("made.bmp", Noise(5, 5));
   QTimer::singleShot(0, [&] { QFile::rename(QString::fromStdString(made), QString::fromStdString(path)); });
   EXPECT_TRUE(LoadPictureFile(path));
+}
+
+TEST_F(Files, ALongReadingShowsItsProgressAndIsGivenUpByEscOrTheWindowsClose) {
+  Start();
+  QImage large(8000, 8000, QImage::Format_Mono);
+  large.fill(1);
+  const std::string path = MakePicture("large.png", large);
+  QWidget& window = *MainForm->Widget();
+  PatienceMs = 0;
+  for (const bool by_key : {true, false}) {
+    int readings = 0;
+    OnLongReading = [&](PictureReading& reading) {
+      ++readings;
+      Defer([&] {
+        EXPECT_TRUE(Progress->ProcessBg.Visible() && !MainForm->Enabled() && !reading.IsDone());
+        QTest::keyClick(&window, Qt::Key_N, Qt::ControlModifier);
+        QCloseEvent close;
+        QSpontaneKeyEvent::setSpontaneous(&close);
+        by_key ? QTest::keyClick(&window, Qt::Key_Escape) : (void)qApp->notify(&window, &close);
+      });
+      ShowReading(reading);
+    };
+    // Nobody is told of damage, nothing stays of it, and what was to follow doesn't.
+    Attempt([&] { OpenPickedFiles({path, path}); });
+    EXPECT_EQ(readings, 1);
+    EXPECT_FALSE(ActiveDocument() || Progress->ProcessBg.Visible());
+    EXPECT_TRUE(MainForm->Enabled() && State.RecentFiles[0].empty());
+  }
+  PatienceMs = 500;
 }
 
 TEST_F(Files, WhatCannotBeReadLeavesTheProgramAsItWas) {

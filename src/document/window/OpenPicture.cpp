@@ -7,7 +7,6 @@
 #include "shell/state/Settings.h"
 #include "shell/state/State.h"
 #include "surface/forms/windows/Application.h"
-#include "surface/raster/FailingStep.h"
 #include "ui/MsgBox.h"
 
 namespace zelvane {
@@ -83,8 +82,9 @@ std::optional<LoadedPicture> LoadPictureFile(const std::string& path) {
 }
 
 frmPaint* OpenPicture(const std::string& path) {
-  std::optional<LoadedPicture> picture;
-  Attempt([&] { picture = LoadPictureFile(path); });
+  std::optional<LoadedPicture> picture = LoadPictureFile(path);
+  // Events have run if that took long.
+  if (!MdiForm::Main()) return nullptr;
   if (picture) {
     const FileState file = picture->file;
     frmPaint& document = MakeDocument(std::move(*picture), {path, path});

@@ -10,7 +10,7 @@
 namespace zelvane {
 
 /// Reads a picture by the reader for its extension's first three letters. No value where it's missing or
-/// invalid.
+/// invalid. Throws `ReadingGivenUp`.
 std::optional<LoadedPicture> LoadPictureFile(const std::string& path);
 
 /// Asks for a picture and opens it.
@@ -20,7 +20,7 @@ void OpenPickedFiles(const std::vector<std::string>& paths);
 /// Opens a path of the recent list.
 void OpenRecentFile(const std::string& path);
 /// Opens a picture in a new document. Null: it couldn't be read, which the user has been told, and no
-/// document stays.
+/// document stays. Throws `ReadingGivenUp`: what was to follow doesn't.
 frmPaint* OpenPicture(const std::string& path);
 
 }  // namespace zelvane

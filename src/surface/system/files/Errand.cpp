@@ -52,6 +52,11 @@ bool Errand::Begin(std::function<void()> work, int patience) {
   } catch (const std::system_error&) {
     job_->Run();  // no thread to be had
   }
+  return Wait(patience);
+}
+
+bool Errand::Wait(int patience) {
+  if (!job_) return true;
   if (!job_->Wait(patience)) return false;
   Drop();
   return true;

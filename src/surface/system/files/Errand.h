@@ -17,6 +17,9 @@ class Errand {
   /// Begins `work` and waits for it, milliseconds at most: true where it's done by then, otherwise `OnDone`
   /// comes later. `work` owns all that it touches, as it may outlive everything else; what it throws ends it.
   bool Begin(std::function<void()> work, int patience);
+  /// Waits again for what goes on; true where nothing does.
+  bool Wait(int patience);
+  bool IsUnderWay() const { return job_ != nullptr; }
   /// The work goes on, but nobody hears of it any more; so it does on a new `Begin` and on destruction.
   void Drop();
 

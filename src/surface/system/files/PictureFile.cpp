@@ -5,11 +5,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdlib>
-#include <future>
-#include <system_error>
 #include <utility>
 
 #include "surface/codecs/PictureDecoder.h"
@@ -30,14 +29,14 @@ bool MayBePicture(ByteView start) {
 /// file short while it's read.
 class FileBytes {
  public:
-  explicit FileBytes(const std::string& path) {
+  FileBytes(const std::string& path, ReadingWatch& watch) {
     // A pipe without a writer would block an ordinary open.
     const int file = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
     if (file < 0) return;
     struct stat found = {};
     if (::fstat(file, &found) == 0) stamp_ = StampOf(found);
     if (S_ISREG(found.st_mode) && found.st_size > 0) {
-      Read(file, static_cast<size_t>(found.st_size));
+      Read(file, static_cast<size_t>(found.st_size), watch);
     }
     ::close(file);
   }
@@ -49,7 +48,7 @@ class FileBytes {
   const FileStamp& Stamp() const { return stamp_; }
 
  private:
-  void Read(int file, size_t size) {
+  void Read(int file, size_t size, ReadingWatch& watch) {
     std::array<unsigned char, kPictureStart> start{};
     const ssize_t begun = ::pread(file, start.data(), start.size(), 0);
     if (begun <= 0 || !MayBePicture({start.data(), static_cast<size_t>(begun)})) return;
@@ -61,8 +60,9 @@ class FileBytes {
                                                            : std::aligned_alloc(kHugePage, room));
     if (!memory_) return;
     if (size >= kHugePage) ::madvise(memory_, room, MADV_HUGEPAGE);
-    while (read_ < size) {
-      const ssize_t got = ::read(file, memory_ + read_, size - read_);
+    constexpr size_t kPiece = size_t{8} << 20;
+    while (read_ < size && watch.GoOn(0, 1)) {
+      const ssize_t got = ::read(file, memory_ + read_, std::min(size - read_, kPiece));
       if (got < 0 && errno == EINTR) continue;
       if (got <= 0) return;
       read_ += static_cast<size_t>(got);
@@ -74,20 +74,20 @@ class FileBytes {
   FileStamp stamp_;
 };
 
-std::optional<LoadedPicture> ReadPicture(const std::string& path) {
-  const FileBytes bytes(path);
+std::optional<LoadedPicture> ReadPicture(const std::string& path, ReadingWatch& watch) {
+  const FileBytes bytes(path, watch);
   const bool metafile = LooksLikeMetafile(bytes.View());
-  std::optional<DecodedPicture> picture =
-      metafile ? DecodeMetafile(bytes.View(), LimitByMemory()) : DecodePicture(bytes.View(), LimitByMemory());
+  std::optional<DecodedPicture> picture = metafile ? DecodeMetafile(bytes.View(), LimitByMemory(), watch)
+                                                   : DecodePicture(bytes.View(), LimitByMemory(), watch);
   if (!picture) return std::nullopt;
   const WrittenKind kind = picture->whole_as;
   return LoadedPicture{std::move(*picture), {bytes.Stamp(), kind}};
 }
 
-/// The picture being read ahead; nothing is shared with the thread that reads it.
+/// The picture being read ahead.
 struct Ahead {
   std::string path;
-  std::future<std::optional<LoadedPicture>> picture;
+  std::unique_ptr<PictureReading> reading;
 } ahead;
 
 WriteResult Write(const Bitmap& picture, const WriteTarget& target, const PieceSource& source) {
@@ -97,19 +97,48 @@ WriteResult Write(const Bitmap& picture, const WriteTarget& target, const PieceS
 
 }  // namespace
 
-void ReadAhead(const std::string& path) {
-  try {
-    ahead = {path, std::async(std::launch::async, ReadPicture, path)};
-  } catch (const std::system_error&) {
-    ahead = {};  // no thread to be had
+struct PictureReading::Work {
+  std::string path;
+  ReadingWatch watch;
+  bool given_up = false;  // the person's side only
+  std::optional<LoadedPicture> picture;
+};
+
+PictureReading::PictureReading(const std::string& path) : work_(std::make_shared<Work>()) {
+  work_->path = path;
+  errand_.Begin([work = work_] { work->picture = ReadPicture(work->path, work->watch); }, 0);
+}
+
+float PictureReading::Progress() const {
+  return work_->watch.Progress();
+}
+
+void PictureReading::GiveUp() {
+  constexpr int kPatienceMs = 100;
+  work_->given_up = true;
+  work_->watch.Stop();
+  // Most readers notice at once. One within a library's long step goes on alone.
+  if (!errand_.Wait(kPatienceMs)) errand_.Drop();
+}
+
+std::optional<LoadedPicture> PictureReading::Finish() {
+  if (!errand_.Wait(PatienceMs) && OnLongReading) OnLongReading(*this);
+  if (work_->given_up) throw ReadingGivenUp();
+  constexpr int kMinuteMs = 60000;
+  while (!errand_.Wait(kMinuteMs)) {
   }
+  return std::move(work_->picture);
+}
+
+void ReadAhead(const std::string& path) {
+  ahead = {path, std::make_unique<PictureReading>(path)};
 }
 
 std::optional<LoadedPicture> LoadPicture(const std::string& path) {
-  if (ahead.picture.valid() && ahead.path == path) {
-    if (std::optional<LoadedPicture> picture = std::exchange(ahead, {}).picture.get()) return picture;
+  if (ahead.reading && ahead.path == path) {
+    if (auto picture = std::exchange(ahead, {}).reading->Finish()) return picture;
   }
-  return ReadPicture(path);
+  return PictureReading(path).Finish();
 }
 
 WriteResult SavePicture(const Bitmap& picture, const WriteTarget& target) {

@@ -1,9 +1,13 @@
 #pragma once
 
+#include <functional>
+#include <memory>
 #include <optional>
+#include <stdexcept>
 #include <string>
 
 #include "surface/codecs/PictureDecoder.h"
+#include "surface/system/files/Errand.h"
 #include "surface/system/files/Files.h"
 
 namespace zelvane {
@@ -22,8 +26,40 @@ struct LoadedPicture : Bitmap {
 /// Reads a picture file; the bytes decide which reader, not the name. Transparent parts lie on white, an EXIF
 /// rotation is carried out, the first frame of an animation and the largest picture of an icon is taken, a
 /// metafile is played (`Metafile.h`). No value where the file is missing, damaged or cut short, of no known
-/// kind, larger than 32,767 a side, or than memory holds.
+/// kind, larger than 32,767 a side, or than memory holds. Throws `ReadingGivenUp`.
 std::optional<LoadedPicture> LoadPicture(const std::string& path);
+
+/// The reading of a picture, on a thread of its own, which shares nothing but how far it is and whether it's
+/// still wanted.
+class PictureReading {
+ public:
+  /// Begins it.
+  explicit PictureReading(const std::string& path);
+
+  bool IsDone() const { return !errand_.IsUnderWay(); }
+  /// 0 to 1.
+  float Progress() const;
+  /// Nothing of it is left, nor does anybody wait for the thread to notice.
+  void GiveUp();
+
+ private:
+  friend std::optional<LoadedPicture> LoadPicture(const std::string& path);
+  struct Work;
+  std::optional<LoadedPicture> Finish();
+  std::shared_ptr<Work> work_;
+  Errand errand_;
+};
+
+/// After so many milliseconds a reading is a long one.
+inline int PatienceMs = 500;
+/// There is a long one. The handler runs events until it's done or given up; without one the program stands
+/// still meanwhile.
+inline std::function<void(PictureReading& reading)> OnLongReading;
+
+/// The person has given up the reading, which is no fault of the file.
+struct ReadingGivenUp : std::runtime_error {
+  ReadingGivenUp() : runtime_error("the reading was given up") {}
+};
 
 /// Begins to read a picture on a thread of its own, for the next `LoadPicture` of that path to take. Where it
 /// can't be read, that call finds out for itself.
