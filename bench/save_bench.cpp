@@ -200,7 +200,7 @@ BENCHMARK(BM_GifOfFewColours)->UseManualTime()->Unit(benchmark::kMillisecond);
 void MapPlainly(const Bytes& table, Bytes& places) {
   const Pixel* pixel = Picture().Row(0);
   for (unsigned char& place : places) {
-    place = table[(*pixel >> 6 & 0x3F000) | (*pixel >> 4 & 0xFC0) | (*pixel >> 2 & 0x3F)];
+    place = table[NearestColour::CellOf(*pixel)];
     ++pixel;
   }
 }
@@ -218,7 +218,7 @@ void BM_Dither(benchmark::State& state) {
   Bytes places = few.places, table(size_t{1} << 18);
   for (size_t i = 0; i < places.size(); ++i) {
     const Pixel pixel = Picture().Row(0)[i];
-    table[(pixel >> 6 & 0x3F000) | (pixel >> 4 & 0xFC0) | (pixel >> 2 & 0x3F)] = places[i];
+    table[NearestColour::CellOf(pixel)] = places[i];
   }
   const auto dither = [&] { benchmark::DoNotOptimize(Dither(Picture(), few.palette)); };
   ratio::Compare(state, dither, [&] { MapPlainly(table, places); });

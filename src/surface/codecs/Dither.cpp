@@ -21,22 +21,12 @@ struct Errors {
   Lanes pairs[kPairs];
 };
 
-/// The nearest colours' places by six bits a channel.
-std::vector<unsigned char> NearestTable(const Palette& palette) {
-  std::vector<ColourPoint> points;
-  for (const Pixel colour : palette) points.push_back(PointOf(colour));
-  const NearestColour nearest(points);
-  std::vector<unsigned char> table(size_t{1} << 18);
-  const auto middle = [](size_t six_bits) { return static_cast<float>((six_bits & 63) * 4) + 1.5f; };
-  for (size_t i = 0; i < table.size(); ++i)
-    table[i] = static_cast<unsigned char>(nearest.PlaceOf({middle(i >> 12), middle(i >> 6), middle(i)}));
-  return table;
-}
-
 class Ditherer {
  public:
   Ditherer(const Bitmap& picture, const Palette& palette)
-      : picture_(picture), table_(NearestTable(palette)), errors_(static_cast<size_t>(picture.Width()) + 2) {
+      : picture_(picture),
+        table_(NearestColour(PointsOf(palette)).TableOfCells()),
+        errors_(static_cast<size_t>(picture.Width()) + 2) {
     for (size_t i = 0; i < palette.size(); ++i) {
       const uint64_t colour = palette[i];
       colours_[i] =

@@ -10,8 +10,7 @@ namespace {
 using Places = std::vector<unsigned char>;
 
 Places NearestPlaces(const ColourCounts& counts, const Palette& palette) {
-  std::vector<ColourPoint> points;
-  for (const Pixel colour : palette) points.push_back(PointOf(colour));
+  const std::vector<ColourPoint> points = PointsOf(palette);
   const NearestColour nearest(points);
   Places places;
   for (const auto& [colour, count] : counts.Entries())

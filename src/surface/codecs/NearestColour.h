@@ -37,10 +37,22 @@ class NearestColour {
   /// The place of the nearest colour; the first where several are.
   size_t PlaceOf(const ColourPoint& point) const;
 
+  /// The same for the middle of each cell of colours that are alike in their upper six bits a channel; only
+  /// for colours that pixels have.
+  std::vector<unsigned char> TableOfCells() const;
+  /// Where the cell of a pixel stands in that table.
+  static constexpr size_t CellOf(Pixel pixel) {
+    return (pixel >> 6 & 0x3F000) | (pixel >> 4 & 0xFC0) | (pixel >> 2 & 0x3F);
+  }
+
  private:
   static constexpr size_t kSlabs = 8, kSlabWidth = 256 / kSlabs, kBoxes = kSlabs * kSlabs * kSlabs;
   static size_t SlabOf(float channel) { return static_cast<size_t>(channel) / kSlabWidth; }
+  static size_t BoxOf(const ColourPoint& point) {
+    return (SlabOf(point.red) * kSlabs + SlabOf(point.green)) * kSlabs + SlabOf(point.blue);
+  }
   void ListCandidates();
+  void FillBox(const ColourPoint& corner, std::vector<unsigned char>& table) const;
 
   const std::vector<ColourPoint>& colours_;
   std::array<uint32_t, kBoxes + 1> starts_{};

@@ -96,7 +96,7 @@ std::vector<WeightedColour> MeanColoursOf(const Bitmap& picture) {
   while (std::gcd(step, width) > 1) ++step;  // or some columns would never be looked at
   for (size_t i = 0; i < pixels; i += step) {
     const Pixel pixel = picture.Row(0)[i];
-    Cell& cell = cells[(pixel >> 6 & 0x3F000) | (pixel >> 4 & 0xFC0) | (pixel >> 2 & 0x3F)];
+    Cell& cell = cells[NearestColour::CellOf(pixel)];
     cell.count += 1;
     cell.red += pixel >> 16 & 0xFF;
     cell.green += pixel >> 8 & 0xFF;
@@ -123,6 +123,12 @@ Palette Quantise(const std::vector<WeightedColour>& colours) {
   Palette rounded;
   for (const ColourPoint& point : palette) rounded.push_back(Rounded(point));
   return rounded;
+}
+
+std::vector<ColourPoint> PointsOf(const Palette& palette) {
+  std::vector<ColourPoint> points;
+  for (const Pixel colour : palette) points.push_back(PointOf(colour));
+  return points;
 }
 
 }  // namespace zelvane

@@ -27,4 +27,6 @@ std::vector<WeightedColour> MeanColoursOf(const Bitmap& picture);
 /// from all others (T. F. Gonzalez, 1985): dithering can't mix colours beyond those of the palette.
 Palette Quantise(const std::vector<WeightedColour>& colours);
 
+std::vector<ColourPoint> PointsOf(const Palette& palette);
+
 }  // namespace zelvane
