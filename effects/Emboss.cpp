@@ -38,10 +38,10 @@ Bitmap Apply(const Bitmap& picture, const Values& values, Work& work) {
   const Bitmap::Rows rows = result.WritableRows();
   ForBands(height, work, [&](int first, int end) {
     for (int y = first; y < end; ++y) {
-      const uint8_t *const lit = row_of(y - dy), *const dark = row_of(y + dy);
+      const uint8_t *const behind = row_of(y - dy), *const before = row_of(y + dy);
       const Pixel* const from = picture.Row(y);
       for (int x = 0; x < width; ++x) {
-        const int relief = (lit[Within(x - dx, width)] - dark[Within(x + dx, width)]) * amount / 256;
+        const int relief = (behind[Within(x - dx, width)] - before[Within(x + dx, width)]) * amount / 256;
         const Pixel ground = in_colour ? from[x] : Packed(128, 128, 128);
         rows[y][x] = Packed(Red(ground) + relief, Green(ground) + relief, Blue(ground) + relief);
       }
