@@ -8,7 +8,7 @@
 #include "shell/state/State.h"
 #include "surface/forms/controls/Events.h"
 #include "surface/raster/FailingStep.h"
-#include "ui/MsgBox.h"
+#include "ui/KeptDialog.h"
 #include "ui/RouteKey.h"
 
 namespace zelvane {
@@ -17,16 +17,6 @@ namespace {
 constexpr double kFirstWidth = 400, kFirstHeight = 300;  // pixels of an image
 constexpr int kCancel = 0, kOk = 1;
 constexpr Single kMargin = 180, kGap = 120, kLine = 90;  // twips
-/// As wide as a number box is drawn: what can be typed, and room to read it.
-constexpr char kWidestNumber[] = "000 000 000";
-
-bool IsSide(double pixels) {
-  return pixels >= 1 && pixels <= kLargestSide;
-}
-
-void Tell(const char* text) {
-  MsgBox(text, kOkOnly + kExclamationIcon, "Zelvane");
-}
 
 }  // namespace
 
@@ -55,23 +45,11 @@ void NewImageDialog::Form_Load() {
   Command1[kCancel].SetTabAfter(Command1[kOk]);
   txtName.SetAccessibleName(lblName.Caption());
   txtName.SetSelectsOnEntry(true);
-  for (NumberBox* box : {&txtWidth, &txtHeight}) {
-    box->SetFormat("#####0");
-    box->SetPositiveOnly(true);
-    box->SetMaxValue(kLargestSide);
-    box->SetMinValue(1);
-    box->SetAccessibleName((box == &txtWidth ? lblWidth : lblHeight).Caption());
-  }
+  Sides.Prepare();
   TakeSettings();
   LayOut();
-  TakePlace();
+  PlaceAtMain(*this);
   WireEvents();
-}
-
-/// At the main window's corner.
-void NewImageDialog::TakePlace() {
-  const MdiForm* main = MdiForm::Main();
-  if (main) Move(main->Left(), main->Top());
 }
 
 void NewImageDialog::TakeSettings() {
@@ -116,17 +94,8 @@ void NewImageDialog::LayOut() {
 }
 
 void NewImageDialog::FillSizeFrame(Single row) {
-  const Single names = std::max(lblWidth.NaturalWidth(), lblHeight.NaturalWidth());
-  const Single number = lblWidth.TextWidth(kWidestNumber);
-  Single top = SizeFrame.CaptionHeight() + kLine;
-  const auto put = [&](Label& label, NumberBox& box) {
-    label.Move(kGap, top, names, row);
-    box.Move(kGap + names + kGap, top, number, row);
-    top += row + kLine;
-  };
-  put(lblWidth, txtWidth);
-  put(lblHeight, txtHeight);
-  SizeFrame.Move(0, 0, kGap + names + kGap + number + kGap, top);
+  const SideBoxes::Corner end = Sides.PlaceAt(kGap, SizeFrame.CaptionHeight() + kLine, row);
+  SizeFrame.Move(0, 0, end.right + kGap, end.bottom + kLine);
 }
 
 void NewImageDialog::FillBackgroundFrame() {
@@ -166,23 +135,15 @@ void NewImageDialog::Command1_Click(int16_t Index) {
 
 /// What can't be made is told, and what was typed stays.
 bool NewImageDialog::MakeImage() {
-  const double width = txtWidth.Value(), height = txtHeight.Value();
-  if (!IsSide(width) || !IsSide(height)) {
-    Tell("The width and the height of an image are 1 to 32,767 pixels.");
-    (IsSide(width) ? txtHeight : txtWidth).SetFocus();
-    return false;
-  }
+  if (!Sides.HoldSize()) return false;
   const Color background[] = {kWhite, ColorPanel->SelColor[0].BackColor(),
                               ColorPanel->SelColor[1].BackColor()};
   const bool is_made = Attempt([&] {
-    MakeDocument(static_cast<int>(width), static_cast<int>(height), background[Background()],
-                 {txtName.Text(), ""});
+    MakeDocument(static_cast<int>(txtWidth.Value()), static_cast<int>(txtHeight.Value()),
+                 background[Background()], {txtName.Text(), ""});
   });
-  if (is_made) return true;
-  LackedMemory = false;  // told here
-  Tell("There is not enough memory for an image of this size.");
-  txtWidth.SetFocus();
-  return false;
+  if (!is_made) Sides.TellWantOfMemory();
+  return is_made;
 }
 
 void NewImageDialog::Command2_Click() const {
@@ -195,8 +156,7 @@ void NewImageDialog::Command2_Click() const {
 void NewImageDialog::Form_QueryUnload(bool& Cancel) {
   if (State.Exiting) return;
   Cancel = true;
-  Hide();
-  ReturnToMain();
+  ReturnToMain(*this);
 }
 
 }  // namespace zelvane

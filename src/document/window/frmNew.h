@@ -8,7 +8,7 @@
 #include "surface/forms/controls/OptionButton.h"
 #include "surface/forms/controls/TextBox.h"
 #include "surface/forms/windows/DialogForm.h"
-#include "ui/NumberBox.h"
+#include "ui/SideBoxes.h"
 
 namespace zelvane {
 
@@ -36,7 +36,6 @@ class NewImageDialog final : public DialogForm {
  private:
   void Form_Load();
   void TakeSettings();
-  void TakePlace();
   void WireEvents();
   void Form_QueryUnload(bool& Cancel);
   void Command1_Click(int16_t Index);
@@ -48,6 +47,8 @@ class NewImageDialog final : public DialogForm {
   /// The index of the set `Option1`.
   int16_t Background() const;
   bool MakeImage();
+
+  const SideBoxes Sides{lblWidth, txtWidth, lblHeight, txtHeight};
 };
 
 inline SingleWindow<NewImageDialog> frmNew;
