@@ -3,6 +3,7 @@
 #include <QCheckBox>
 
 #include "surface/forms/controls/Conversions.h"
+#include "surface/forms/controls/Events.h"
 
 namespace zelvane {
 
@@ -10,6 +11,8 @@ CheckBox::CheckBox(Control& parent, const std::string& name, const std::string& 
     : Control(&parent, name, new QCheckBox(ToQt(caption), parent.Widget())) {
   width_ = NaturalWidth();
   height_ = NaturalHeight();
+  QObject::connect(static_cast<QCheckBox*>(widget_), &QCheckBox::clicked, widget_,
+                   [this] { FireEvent(OnClick); });
 }
 
 int16_t CheckBox::Value() const {

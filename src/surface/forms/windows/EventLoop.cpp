@@ -66,6 +66,13 @@ void DoEvents() {
   QCoreApplication::processEvents();
 }
 
+void EventsMeanwhile::Run() {
+  constexpr std::chrono::milliseconds kBetween{10};
+  if (std::chrono::steady_clock::now() - last_ < kBetween) return;
+  DoEvents();
+  last_ = std::chrono::steady_clock::now();
+}
+
 void WaitForEvents() {
   QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
 }

@@ -1,11 +1,20 @@
 #pragma once
 
+#include <chrono>
 #include <functional>
 
 namespace zelvane {
 
 /// Lets pending events run.
 void DoEvents();
+/// Lets pending events run in the midst of long work, at most as often as a screen shows something new.
+class EventsMeanwhile {
+ public:
+  void Run();
+
+ private:
+  std::chrono::steady_clock::time_point last_ = std::chrono::steady_clock::now();
+};
 /// Sleeps until there is an event, and lets what is pending run.
 void WaitForEvents();
 /// Lets events run until `is_done`, which is asked after each, or for so many milliseconds; the program

@@ -84,8 +84,9 @@ void Menu::Native::Opening() {
   if (lists_windows) ListWindows();
 }
 
+/// Assistive tools choose entries in a window that takes no input, too.
 void Menu::Native::Chosen() {
-  if (menu) return;
+  if (menu || !window.Enabled()) return;
   // The toolkit has toggled the mark by itself; it is the program that does.
   if (action->isCheckable()) action->setChecked(self.checked_);
   FireEvent(self.OnClick);
