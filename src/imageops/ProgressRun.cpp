@@ -13,21 +13,29 @@ int standing = 0;
 
 ProgressRun::ProgressRun() {
   if (standing++ > 0 || !Progress || !MdiForm::Main()) return;
-  Progress->ProcessBar.SetWidth(1);
   Progress->ProcessBg.SetVisible(true);
+  Progress->ProcessBar.SetWidth(1);
   Progress->ProcessBar.SetVisible(true);
+  was_enabled_ = MdiForm::Main()->Enabled();
   MdiForm::Main()->SetEnabled(false);
 }
 
-/// The main window may have gone meanwhile.
+/// The main window may have gone meanwhile, and may have been disabled before, for a window that asks.
 ProgressRun::~ProgressRun() {
   if (--standing > 0 || !Progress || !MdiForm::Main()) return;
+  if (was_enabled_) MdiForm::Main()->SetEnabled(true);
   Progress->ProcessBg.SetVisible(false);
-  MdiForm::Main()->SetEnabled(true);
+}
+
+bool ProgressRun::IsStanding() {
+  return standing > 0;
 }
 
 void ProgressRun::Show(float done) {
-  if (Progress) Progress->ProcessBar.SetWidth(std::max(1.0f, done * Progress->Process.ScaleWidth()));
+  if (!Progress) return;
+  const Single whole = Progress->Process.ScaleWidth();
+  const auto width = std::max(1.0f, static_cast<Single>(static_cast<int>(done * whole)));
+  if (width != Progress->ProcessBar.Width()) Progress->ProcessBar.SetWidth(width);
 }
 
 }  // namespace zelvane

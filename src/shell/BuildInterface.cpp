@@ -60,7 +60,7 @@ void DrawRaisedButtons() {
 
 void DrawProgressEdge() {
   DrawRaisedEdge(Progress->ProcessBg);
-  // It gets its width when it first comes up.
+  // A panel that is hidden has no width yet.
   Progress->ProcessBg.OnResize = [] {
     DrawRaisedEdge(Progress->ProcessBg);
     Progress->Process.SetWidth(Progress->ProcessBg.Width() - Progress->Process.Left());

@@ -3,8 +3,14 @@
 #include "document/window/OpenPicture.h"
 #include "document/window/SavePicture.h"
 #include "document/window/frmNew.h"
+#include "imageops/Flip.h"
+#include "imageops/Greyscale.h"
+#include "imageops/InvertImage.h"
 #include "imageops/Undo.h"
 #include "imageops/effects/RunEffect.h"
+#include "imageops/frmPalette.h"
+#include "imageops/frmSize.h"
+#include "selection/Selection.h"
 #include "selection/SelectionCommands.h"
 #include "selection/clipboard/Paste.h"
 #include "shell/MainForm.h"
@@ -34,6 +40,17 @@ void WireRecentEntries(MainMenu& menu) {
   State.OnRecentFilesRead = ShowRecentList;
 }
 
+void WireImageMenu(MainMenu& menu) {
+  menu.Image.OnClick = Image_Click;
+  menu.FlipHorizontal.OnClick = FlipHorizontal_Click;
+  menu.FlipVertical.OnClick = FlipVertical_Click;
+  menu.InvertImage.OnClick = InvertImage_Click;
+  for (int16_t i = 0; i < static_cast<int16_t>(menu.Greyscale.size()); ++i)
+    menu.Greyscale[static_cast<size_t>(i)]->OnClick = [i] { Greyscale_Click(i); };
+  menu.ImageSize.OnClick = ImageSize_Click;
+  menu.ImagePalette.OnClick = ImagePalette_Click;
+}
+
 }  // namespace
 
 void WireMenus(MainMenu& menu) {
@@ -54,10 +71,10 @@ void WireMenus(MainMenu& menu) {
   menu.PasteSpecial.OnClick = PasteSpecial_Click;
   menu.SelectAll.OnClick = SelectAll_Click;
   menu.ClearSelection.OnClick = ClearSelection_Click;
-  menu.Image.OnClick = Image_Click;
   menu.Effects.OnClick = Effects_Click;
   for (size_t i = 0; i < menu.Effect.size(); ++i)
     menu.Effect[i]->OnClick = [i] { Effect_Click(static_cast<int16_t>(i)); };
+  WireImageMenu(menu);
   menu.ArrHorizontal.OnClick = ArrHorizontal_Click;
   menu.ArrVertival.OnClick = ArrVertival_Click;
   menu.Cascade.OnClick = Cascade_Click;
@@ -100,6 +117,14 @@ void Effects_Click() {
 
 void Effect_Click(int16_t Index) {
   RunEffect(MainForm->Menus.Effect.at(static_cast<size_t>(Index))->Tag());
+}
+
+/// The picture is scaled as it is seen, with what floats over it.
+void ImageSize_Click() {
+  if (!ActiveDocument()) return;
+  frmSize->OnScaling = DropSelection;
+  MainForm->SetEnabled(false);
+  frmSize->ShowSize();
 }
 
 void NewImage_Click() {

@@ -21,6 +21,7 @@ void FileOpen_Click();
 void Close_Click();
 void PasteSpecial_Click();
 void Effect_Click(int16_t Index);
+void ImageSize_Click();
 void Manager_Click();
 void Splash_Click();
 void Exit_Click();

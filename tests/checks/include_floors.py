@@ -31,7 +31,7 @@ ROOMS = [
     ("tools/OptionBars*", "tools panels", 4),
     ("tools/ToolButtons.*", "tools panels", 4),
     ("tools/ButtonGroup.*", "tools panels", 4),
-    ("imageops/ProgressDisplay.*", "imageops panels", 4),
+    ("imageops/Progress*", "imageops panels", 4),
     ("imageops/effects/*", "imageops/effects", 7),
     ("selection/clipboard/*", "selection/clipboard", 7),
     ("files/icons/*", "files/icons", 7),

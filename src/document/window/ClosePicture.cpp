@@ -2,6 +2,7 @@
 
 #include "document/layers/InfoPanel.h"
 #include "document/window/SavePicture.h"
+#include "imageops/ProgressRun.h"
 #include "shell/state/State.h"
 #include "ui/MsgBox.h"
 
@@ -45,7 +46,8 @@ bool SettleChanges(ImageDocument& document) {
 }  // namespace
 
 bool MayClose(ImageDocument& document) {
-  if (document.Dirty && !SettleChanges(document)) {
+  const bool is_busy = ProgressRun::IsStanding();
+  if (is_busy || (document.Dirty && !SettleChanges(document))) {
     State.CloseCancelled = true;
     return false;
   }
