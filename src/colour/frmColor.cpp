@@ -12,6 +12,7 @@
 #include "surface/raster/FailingStep.h"
 #include "surface/raster/Units.h"
 #include "surface/system/desktop/Screen.h"
+#include "ui/KeptDialog.h"
 #include "ui/RouteKey.h"
 
 namespace zelvane {
@@ -245,22 +246,19 @@ void ColorDialog::MoveHue(int16_t KeyCode, int16_t Shift) {
 // Going.
 
 void ColorDialog::Command1_Click(int16_t Index) {
-  Hide();
   if (Index == kOk) {
     ColorPanel->SelColor[State.ColorDialogTarget].SetBackColor(NewColor.BackColor());
     SetColorBars();
     PaintGradient();
     SyncDocumentColors();
   }
-  ReturnToMain();
+  ReturnToMain(*this);
 }
 
 void ColorDialog::Form_QueryUnload(bool& Cancel) {
-  if (!State.Exiting) {
-    Hide();
-    Cancel = true;
-  }
-  ReturnToMain();
+  if (State.Exiting) return;
+  Cancel = true;
+  ReturnToMain(*this);
 }
 
 }  // namespace zelvane

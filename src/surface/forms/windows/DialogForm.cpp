@@ -118,13 +118,6 @@ QWidget* OwnerOfDialogs() {
   return is_seen ? main->Widget() : nullptr;
 }
 
-void ReturnToMain() {
-  MdiForm* main = MdiForm::Main();
-  if (!main) return;
-  main->SetEnabled(true);
-  main->Activate();
-}
-
 std::optional<WindowPlace> ActiveWindowPlace() {
   const QWidget* window = OwnerOfDialogs();
   if (!window) return std::nullopt;

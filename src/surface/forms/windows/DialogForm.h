@@ -47,9 +47,6 @@ class DialogForm : public Form {
 /// the main window. Null where nothing of the program is seen.
 QWidget* OwnerOfDialogs();
 
-/// The main window takes input again, and the keyboard: a dialog has gone that had disabled it.
-void ReturnToMain();
-
 /// The place of a window on the screen with its frame, in twips.
 struct WindowPlace {
   double left = 0, top = 0, width = 0, height = 0;
