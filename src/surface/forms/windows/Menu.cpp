@@ -84,11 +84,12 @@ void Menu::Native::Opening() {
   if (lists_windows) ListWindows();
 }
 
-/// Assistive tools choose entries in a window that takes no input, too.
 void Menu::Native::Chosen() {
-  if (menu || !window.Enabled()) return;
+  if (menu) return;
   // The toolkit has toggled the mark by itself; it is the program that does.
   if (action->isCheckable()) action->setChecked(self.checked_);
+  // Assistive tools choose entries in a window that takes no input, too.
+  if (!window.Enabled()) return;
   FireEvent(self.OnClick);
 }
 
