@@ -109,7 +109,7 @@ SaveDialogNeeds SaveDialogWindow::Needs() const {
   needs.compression = Label4.NaturalWidth();
   needs.path_height = CurrentPath.NaturalHeight();
   needs.field_height = std::max(FileType.NaturalHeight(), InputFileName.NaturalHeight());
-  needs.number_height = CompressionNumber.Entry().NaturalHeight();
+  needs.number_height = CompressionNumber.Entry().NaturalHeight() * kTwipsPerPixel;  // it measures in pixels
   needs.number_width = Label4.TextWidth("130") + kNumberPadding;
   needs.bar_height = CompressionScroll.NaturalHeight();
   needs.button_width = Label4.TextWidth(cancelButton.Caption()) + kButtonPadding;

@@ -69,7 +69,8 @@ void ImageSizeDialog::WireEvents() {
 /// Everything is as large as the desktop's font needs it.
 void ImageSizeDialog::LayOut() {
   SetScaleMode(Scale::Twips);
-  const SideBoxes::Corner boxes = Sides.PlaceAt(kMargin, kMargin, txtWidth.Entry().NaturalHeight());
+  const Single row = txtWidth.Entry().NaturalHeight() * kTwipsPerPixel;  // a box measures in pixels
+  const SideBoxes::Corner boxes = Sides.PlaceAt(kMargin, kMargin, row);
   const auto link = static_cast<Single>(kLinkSide * kTwipsPerPixel);
   Constrain.Move(boxes.right + kGap, (kMargin + boxes.bottom - link) / 2, link, link);
   Check1.Move(kMargin, boxes.bottom + kGap, Check1.NaturalWidth(), Check1.NaturalHeight());
