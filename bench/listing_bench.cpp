@@ -11,7 +11,7 @@
 #include "surface/forms/controls/ListBox.h"
 #include "surface/forms/windows/Application.h"
 #include "surface/system/files/Files.h"
-#include "surface/text/ReadingOrder.h"
+#include "surface/system/text/ReadingOrder.h"
 
 /// The file window's list of a large folder, beside reading that folder and keeping nothing.
 namespace zelvane {

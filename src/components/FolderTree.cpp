@@ -7,8 +7,8 @@
 #include <utility>
 
 #include "surface/system/files/Errand.h"
-#include "surface/text/QtText.h"
-#include "surface/text/ReadingOrder.h"
+#include "surface/system/text/QtText.h"
+#include "surface/system/text/ReadingOrder.h"
 
 namespace zelvane {
 

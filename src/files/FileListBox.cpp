@@ -6,7 +6,7 @@
 
 #include "surface/forms/controls/Events.h"
 #include "surface/system/files/Files.h"
-#include "surface/text/ReadingOrder.h"
+#include "surface/system/text/ReadingOrder.h"
 
 namespace zelvane {
 

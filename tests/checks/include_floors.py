@@ -18,7 +18,7 @@ ROOMS = [
     ("effects/pixels/*", "effects/pixels", 1.2),
     ("effects/frame/*", "effects/frame", 2.5),
     ("effects/*", "effects", 1.5),
-    ("surface/text/*", "surface/text", 2),
+    ("surface/system/text/*", "surface/system/text", 2),
     ("surface/forms/*", "surface/forms", 2),
     ("surface/system/*", "surface/system", 2),
     ("surface/codecs/*", "surface/codecs", 2),
@@ -48,7 +48,7 @@ ROOMS = [
 ]
 
 # Rooms that may include the toolkit's headers.
-TOOLKIT_ROOMS = {"effects/frame", "surface/text", "surface/forms", "surface/system", "components"}
+TOOLKIT_ROOMS = {"effects/frame", "surface/system/text", "surface/forms", "surface/system", "components"}
 
 SOURCE_ENDINGS = (".h", ".cpp")
 INCLUDE = re.compile(r'^\s*#\s*include\s*(?:"([^"]+)"|<([^>]+)>)')

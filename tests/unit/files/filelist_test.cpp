@@ -13,7 +13,7 @@
 #include "codecs/PictureSamples.h"
 #include "files/FileListBox.h"
 #include "surface/system/files/Files.h"
-#include "surface/text/ReadingOrder.h"
+#include "surface/system/text/ReadingOrder.h"
 
 namespace zelvane::test {
 namespace {

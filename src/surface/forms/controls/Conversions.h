@@ -10,7 +10,7 @@
 #include "surface/forms/controls/Control.h"
 #include "surface/raster/Color.h"
 #include "surface/raster/Numbers.h"
-#include "surface/text/QtText.h"
+#include "surface/system/text/QtText.h"
 
 namespace zelvane {
 

@@ -6,7 +6,7 @@
 #include <QToolTip>
 
 #include "surface/forms/controls/IconArt.h"
-#include "surface/text/QtText.h"
+#include "surface/system/text/QtText.h"
 
 namespace zelvane {
 namespace {

@@ -10,7 +10,7 @@
 #include "surface/forms/controls/IconArt.h"
 #include "surface/forms/windows/DroppedFiles.h"
 #include "surface/forms/windows/EventLoop.h"
-#include "surface/text/QtText.h"
+#include "surface/system/text/QtText.h"
 
 namespace zelvane {
 namespace {

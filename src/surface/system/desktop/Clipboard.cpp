@@ -12,7 +12,7 @@
 
 #include "surface/codecs/PictureDecoder.h"
 #include "surface/system/desktop/ImageBitmap.h"
-#include "surface/text/QtText.h"
+#include "surface/system/text/QtText.h"
 
 namespace zelvane::Clipboard {
 namespace {

@@ -16,7 +16,7 @@
 #include <sstream>
 
 #include "surface/system/files/SafeFile.h"
-#include "surface/text/QtText.h"
+#include "surface/system/text/QtText.h"
 
 namespace zelvane {
 

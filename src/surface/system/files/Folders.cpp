@@ -9,7 +9,7 @@
 #include <memory>
 
 #include "surface/system/files/Errand.h"
-#include "surface/text/QtText.h"
+#include "surface/system/text/QtText.h"
 
 namespace zelvane {
 namespace {

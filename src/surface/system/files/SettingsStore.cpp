@@ -5,7 +5,7 @@
 #include <map>
 #include <memory>
 
-#include "surface/text/QtText.h"
+#include "surface/system/text/QtText.h"
 
 namespace zelvane {
 

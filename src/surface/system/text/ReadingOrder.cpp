@@ -1,11 +1,11 @@
-#include "surface/text/ReadingOrder.h"
+#include "surface/system/text/ReadingOrder.h"
 
 #include <QCollator>
 #include <QLocale>
 #include <algorithm>
 #include <utility>
 
-#include "surface/text/QtText.h"
+#include "surface/system/text/QtText.h"
 
 namespace zelvane {
 

@@ -1,4 +1,4 @@
-#include "surface/text/QtText.h"
+#include "surface/system/text/QtText.h"
 
 #include <algorithm>
 
