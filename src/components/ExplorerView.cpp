@@ -106,6 +106,7 @@ class ExplorerDisplay::View : public QTreeView {
 ExplorerDisplay::ExplorerDisplay(Control& parent, const std::string& name)
     : Control(&parent, name, new View(parent.Widget(), *this)), folders_(std::make_unique<FolderTree>()) {
   Tree()->setModel(folders_.get());
+  folders_->OnChange = [this] { FireEvent(OnFoldersChanged); };
   folders_->OnLate = [this](const QModelIndex& folder) {
     if (View* tree = Tree()) tree->ShowLate(folder);
   };

@@ -11,7 +11,7 @@ namespace zelvane {
 class FolderTree;
 
 /// A tree of the machine's folders, of which one is chosen. Hidden folders show only where they lead to the
-/// chosen one. Folders are listed as they are opened; nothing is watched.
+/// chosen one. Folders are listed as they are opened, and watched from then on.
 class ExplorerDisplay : public Control {
  public:
   ExplorerDisplay(Control& parent, const std::string& name);
@@ -28,6 +28,8 @@ class ExplorerDisplay : public Control {
 
   /// A folder has been chosen, by the person or by `SetPath`, which may set the same again.
   std::function<void(const std::string& path)> OnChange;
+  /// Any program has made, removed or renamed a folder among those that have been opened.
+  std::function<void()> OnFoldersChanged;
 
  protected:
   bool ClicksByPointer() const override { return false; }

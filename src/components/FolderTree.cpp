@@ -57,6 +57,9 @@ std::vector<std::string> Joined(std::vector<std::string> names, const std::vecto
 
 FolderTree::FolderTree() : root_(std::make_unique<Node>()) {
   root_->name = "/";
+  watch_.OnChange = [this] {
+    if (OnChange) OnChange();
+  };
 }
 
 FolderTree::~FolderTree() = default;
@@ -108,7 +111,11 @@ void FolderTree::List(Node& node) {
   node.is_asked = true;
   const auto found = std::make_shared<FolderNames>();
   Run(
-      node, [found, path = node.Path()] { *found = FoldersIn(path); },
+      node,
+      [found, watch = watch_.Adder(), path = node.Path()] {
+        watch(path);
+        *found = FoldersIn(path);
+      },
       [this, &node, found] {
         node.is_listed = true;
         Check(node, *found);

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "surface/system/files/FolderWatch.h"
 #include "surface/system/files/Folders.h"
 
 namespace zelvane {
@@ -28,6 +29,8 @@ class FolderTree : public QAbstractItemModel {
   /// Lists everything anew that has been listed. Rows of what still exists stay as they are.
   void Refresh();
 
+  /// A folder that is listed has got, lost or renamed one.
+  std::function<void()> OnChange;
   /// What the folder holds has come after the call that asked for it.
   std::function<void(const QModelIndex& folder)> OnLate;
 
@@ -52,6 +55,7 @@ class FolderTree : public QAbstractItemModel {
   void HideAllBut(Node& node, const std::vector<std::string>& names);
   void Run(Node& node, std::function<void()> work, const std::function<void()>& then);
   std::unique_ptr<Node> root_;
+  FolderWatch watch_;
   /// How long the call that came from outside may yet wait for disks.
   QDeadlineTimer patience_;
 };

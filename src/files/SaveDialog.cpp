@@ -85,6 +85,7 @@ void SaveDialogWindow::WireEvents() {
   };
   for (const int i : {kDesktop, kDocuments}) Location[i].OnClick = [this, i] { Location_Click(i); };
   FolderTree.OnChange = [this](const std::string& folder) { FolderTree_Change(folder); };
+  FolderTree.OnFoldersChanged = [this] { FolderTreeRefresh(); };
   File1.OnListed = [this] { ShowCount(); };
   File1.OnClick = [this] { InputFileName.SetText(File1.Text()); };
   File1.OnDblClick = [this] { saveButton_Click(); };

@@ -53,7 +53,7 @@ class SaveDialogWindow final : public DialogForm {
   void SetFilterIndex();
   void SetFileName();
   void SetPath();
-  /// Lists folders and files anew. The folder stays the chosen one, as long as it exists.
+  /// Lists the folders anew. The chosen one stays so, as long as it exists.
   void FolderTreeRefresh();
   /// What the two buttons do follows the name.
   void SetButton();

@@ -76,7 +76,9 @@ void SaveDialogWindow::Form_Activate() {
 /// The Esc that brought the window up, or closed a list in it, doesn't close it by being let go.
 void SaveDialogWindow::Form_KeyUp(int16_t KeyCode) {
   if (KeyCode == kKeyEscape && escape_is_down_) cancelButton_Click();
-  if (KeyCode == kKeyF5) FolderTreeRefresh();
+  if (KeyCode != kKeyF5) return;
+  FolderTreeRefresh();
+  RefreshFileList();
 }
 
 // Folders and files.
@@ -84,10 +86,7 @@ void SaveDialogWindow::Form_KeyUp(int16_t KeyCode) {
 void SaveDialogWindow::FolderTreeRefresh() {
   FolderTree.Refresh();
   const std::string left = NearestFolder(FolderTree.Path());
-  if (left == FolderTree.Path())
-    RefreshFileList();
-  else
-    FolderTree.SetPath(left);
+  if (left != FolderTree.Path()) FolderTree.SetPath(left);
 }
 
 void SaveDialogWindow::FolderTree_Change(const std::string& folder) {

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "components/ExplorerView.h"
+#include "surface/forms/windows/EventLoop.h"
 #include "surface/forms/windows/Form.h"
 
 namespace zelvane {
@@ -94,6 +95,28 @@ TEST_F(Explorer, ListsAnewWithoutAnotherChoice) {
   folders_.Refresh();
   EXPECT_EQ(Rows(home), "a(b(deep*) b3 B10 \uFFFD) d");
   EXPECT_EQ(Told(), "");
+}
+
+TEST_F(Explorer, TellsOfFoldersThatAreMadeRenamedOrRemovedButNotOfFiles) {
+  constexpr int kLongEnoughMs = 5000, kSeveralPausesMs = 300;
+  int changes = 0;
+  folders_.OnFoldersChanged = [&] { ++changes, folders_.Refresh(); };
+  folders_.SetPath(Of("a/b"));
+  const QPersistentModelIndex home = Chosen().parent().parent();
+  const auto hears = [&](int longest_ms) {
+    RunEventsUntil([&] { return changes > 0; }, longest_ms);
+    return std::exchange(changes, 0) > 0;
+  };
+  fs::create_directory(Of("d")), fs::create_directory(Of("a/b/new"));
+  EXPECT_TRUE(hears(kLongEnoughMs));
+  EXPECT_EQ(Rows(home), "a(b* b2 B10 \uFFFD) c d");
+  fs::rename(Of("a/b2"), Of("a/b3"));
+  EXPECT_TRUE(hears(kLongEnoughMs));
+  fs::remove(Of("a/b3"));
+  EXPECT_TRUE(hears(kLongEnoughMs));
+  EXPECT_EQ(Rows(home) + Told(), "a(b* B10 \uFFFD) c da/b ");
+  std::ofstream(Of("a/file")) << "changed", std::ofstream(Of("a/more")) << "new", fs::remove(Of("a/link"));
+  EXPECT_FALSE(hears(kSeveralPausesMs));
 }
 
 }  // namespace
