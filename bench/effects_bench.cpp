@@ -12,6 +12,7 @@
 #include "document/window/MakeDocument.h"
 #include "imageops/effects/RunEffect.h"
 #include "shell/Main.h"
+#include "shell/state/Settings.h"
 #include "shell/state/State.h"
 #include "surface/forms/windows/Application.h"
 #include "surface/system/files/Descriptor.h"
@@ -68,6 +69,7 @@ BENCHMARK(BM_RoundTrip)->UseManualTime()->Unit(benchmark::kMillisecond);
 int main(int argc, char** argv) {
   const QTemporaryDir settings;
   qputenv("XDG_CONFIG_HOME", settings.path().toLocal8Bit());
+  zelvane::WriteSetting("ShowSplashScreen", "0");
   benchmark::Initialize(&argc, argv);
   const zelvane::Application toolkit(argc, argv);
   const std::string folder = zelvane::JoinPath(zelvane::ApplicationFolder(), "Effects");

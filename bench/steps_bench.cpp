@@ -24,6 +24,7 @@
 #include "selection/SelectionCommands.h"
 #include "shell/Main.h"
 #include "shell/MainForm.h"
+#include "shell/state/Settings.h"
 #include "surface/forms/windows/Application.h"
 #include "surface/raster/Units.h"
 #include "surface/system/desktop/Clipboard.h"
@@ -661,6 +662,7 @@ bool HasRoom() {
 int main(int argc, char** argv) {
   const QTemporaryDir settings;
   qputenv("XDG_CONFIG_HOME", settings.path().toLocal8Bit());
+  zelvane::WriteSetting("ShowSplashScreen", "0");
   benchmark::Initialize(&argc, argv);
   const zelvane::Application toolkit(argc, argv);
   zelvane::StartProgram();

@@ -5,6 +5,7 @@
 #include "document/layers/ReadOuts.h"
 #include "imageops/ProgressDisplay.h"
 #include "imageops/effects/RunEffect.h"
+#include "shell/Logo.h"
 #include "shell/MainForm.h"
 #include "tools/OptionBars.h"
 #include "tools/Options.h"
@@ -73,9 +74,14 @@ void BuildInterface(MainWindow& window) {
   DrawPanelEdges(window);
   MoveOptionBars(window.TopBar);
   DrawSplits();
+  SetSplashMessage("Loading Colors...");
   frmSelector = std::make_unique<SelectorControls>(window);
+  SetSplashMessage("Loading Fonts...");
+  SetSplashMessage("Loading Fontstyles...");
+  SetSplashMessage("Loading Effects...");
   LoadEffectsList(window.Menus);
   FillOptions();
+  SetSplashMessage("Preparing GUI...");
   DrawRaisedButtons();
   DrawProgressEdge();
   ColorPanel->SelColor[0].SetBackColor(kBlack);

@@ -3,6 +3,7 @@
 #include "colour/ColorBars.h"
 #include "document/window/OpenPicture.h"
 #include "shell/BuildInterface.h"
+#include "shell/Logo.h"
 #include "shell/MainForm.h"
 #include "shell/MenuEvents.h"
 #include "shell/Wiring.h"
@@ -65,11 +66,13 @@ void MDIForm_Load() {
   ConfigureMessages();
   BuildInterface(*MainForm);
   WireWindow(*MainForm);
+  SetSplashMessage("Loading Swatches");
   SelectTool(kCursorTool);
   SelectOption(0);
   SelectOption3(0);
   SelectOption4(0);
   LoadRecentList();
+  if (State.ShowSplash && Logo.IsLoaded()) Logo->Unload();
   State.ShowSplash = false;
   State.OpenFilterIndex = 0;
   MainForm->CmdTimer.SetEnabled(true);

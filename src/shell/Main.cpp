@@ -1,6 +1,7 @@
 #include "shell/Main.h"
 
 #include "shell/LoadMainForm.h"
+#include "shell/Logo.h"
 #include "shell/state/Settings.h"
 #include "shell/state/State.h"
 #include "surface/forms/windows/EventLoop.h"
@@ -27,6 +28,12 @@ std::string DefaultFolder() {
 std::string FetchTempPath() {
   constexpr size_t kRoom = 64;
   return TemporaryFolder().size() < kRoom ? OwnTemporaryFolder() : std::string();
+}
+
+void ShowSplash() {
+  Logo->Label[0].SetCaption("Zelvane");
+  Logo->ShowCentred();
+  if (Logo.IsLoaded() && !Logo->IsHurried()) WaitSeconds(1);
 }
 
 }  // namespace
@@ -56,13 +63,9 @@ StartResult Main(const std::string& tail) {
   FindSiblings();
   State.ShowSplash =
       ReadNumber("ShowSplashScreen", 1) == 1.0 && State.SabriqueWindow == 0 && State.KorvathWindow == 0;
+  if (State.ShowSplash) Attempt(ShowSplash);
   State.TempPath = FetchTempPath();
   return Attempt(MDIForm_Load) ? StartResult::Running : StartResult::Failed;
-}
-
-void WaitSeconds(int16_t seconds) {
-  constexpr int kMilliseconds = 1000;
-  RunEventsUntil([] { return false; }, seconds * kMilliseconds);
 }
 
 }  // namespace zelvane

@@ -22,7 +22,4 @@ std::string PathFromCommandLine(const std::string& tail);
 /// The platform keeps a desktop and a documents folder for each user, as this one always does.
 bool IsNTPlatform();
 
-/// Lets events run for so many seconds, asleep while there are none. Midnight makes no difference.
-void WaitSeconds(int16_t seconds);
-
 }  // namespace zelvane

@@ -14,6 +14,7 @@
 #include "selection/SelectionCommands.h"
 #include "selection/clipboard/Paste.h"
 #include "shell/MainForm.h"
+#include "shell/frmAbout.h"
 #include "shell/state/Settings.h"
 #include "shell/state/State.h"
 #include "surface/forms/windows/Application.h"
@@ -78,6 +79,7 @@ void WireMenus(MainMenu& menu) {
   menu.ArrHorizontal.OnClick = ArrHorizontal_Click;
   menu.ArrVertival.OnClick = ArrVertival_Click;
   menu.Cascade.OnClick = Cascade_Click;
+  menu.AboutKorvath.OnClick = AboutKorvath_Click;
   WireRecentEntries(menu);
 }
 
@@ -174,6 +176,10 @@ void ArrVertival_Click() {
 }
 void Cascade_Click() {
   MainForm->Arrange(kCascade);
+}
+
+void AboutKorvath_Click() {
+  frmAbout.Load().ShowCentred();
 }
 
 void ShowRecentList() {

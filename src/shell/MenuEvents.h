@@ -28,6 +28,7 @@ void Exit_Click();
 void ArrHorizontal_Click();
 void ArrVertival_Click();
 void Cascade_Click();
+void AboutKorvath_Click();
 
 /// The recent entries take the list as it has been read.
 void ShowRecentList();

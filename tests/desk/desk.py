@@ -76,6 +76,7 @@ class Desk:
         LIBC.prctl(SET_CHILD_SUBREAPER, 1, 0, 0, 0)
         for folder in "home", "tmp", "log", "run":
             os.mkdir(self.path(folder), 0o700)
+        self.show_splash(False)
         kept = {name: value for name, value in os.environ.items() if name.endswith("SAN_OPTIONS")}
         os.environ.clear()
         os.environ.update(kept, PATH="/usr/bin:/bin", LC_ALL="C.UTF-8", HOME=self.path("home"),
@@ -88,6 +89,13 @@ class Desk:
         self.spawn(["openbox", "--sm-disable"])
         wait_for("the window manager", lambda: "window id" in self.ask("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"))
         check(Atspi.init() in (0, 1), "the accessibility bus can't be reached")
+
+    def show_splash(self, shown):
+        """Whether the next start shows the splash."""
+        settings = self.path("home/.config")
+        os.makedirs(settings, exist_ok=True)
+        with open(os.path.join(settings, "Korvath.ini"), "w", encoding="utf-8") as file:
+            file.write(f"[Settings]\nShowSplashScreen={int(shown)}\n")
 
     def spawn(self, command, **more):
         with open(self.path("log/" + os.path.basename(command[0])), "ab") as log:

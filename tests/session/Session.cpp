@@ -7,6 +7,7 @@
 
 #include "shell/Main.h"
 #include "shell/MainForm.h"
+#include "shell/state/Settings.h"
 #include "surface/forms/windows/Application.h"
 #include "tools/OptionBars.h"
 #include "ui/MessageBox.h"
@@ -28,6 +29,7 @@ void SendToPicture(QEvent::Type type, int x, int y, Qt::MouseButton button, Qt::
 Session::Session() {
   ResetState();
   QDir(qEnvironmentVariable("XDG_CONFIG_HOME")).removeRecursively();
+  WriteSetting("ShowSplashScreen", "0");
   QObject::connect(&unexpected_, &QTimer::timeout, [this] {
     auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
     if (expects_dialogs_ || !dialog) return;

@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QPainter>
 #include <QSvgRenderer>
+#include <algorithm>
 #include <cmath>
 #include <map>
 #include <tuple>
@@ -26,14 +27,14 @@ QByteArray Source(const QString& path, bool on_dark) {
   return on_dark ? QByteArray(source).replace(kOutline, kOutlineOnDark) : source;
 }
 
-QPixmap Drawn(const QString& path, int size, double ratio, bool on_dark) {
+QPixmap Drawn(const QString& path, QSize size, double ratio, bool on_dark) {
   QSvgRenderer drawing(Source(path, on_dark));
-  if (!drawing.isValid() || size <= 0) return {};
-  const int side = std::max(1, static_cast<int>(std::lround(size * ratio)));
-  QPixmap pixels(side, side);
+  if (!drawing.isValid() || size.isEmpty()) return {};
+  const auto scaled = [ratio](int side) { return std::max(1, static_cast<int>(std::lround(side * ratio))); };
+  QPixmap pixels(scaled(size.width()), scaled(size.height()));
   pixels.fill(Qt::transparent);
   QPainter painter(&pixels);
-  drawing.render(&painter, QRectF(0, 0, side, side));
+  drawing.render(&painter, QRectF(pixels.rect()));
   painter.end();
   pixels.setDevicePixelRatio(ratio);
   return pixels;
@@ -41,7 +42,7 @@ QPixmap Drawn(const QString& path, int size, double ratio, bool on_dark) {
 
 /// What has been drawn, until the toolkit ends: it can't destroy pixels later.
 struct Gallery {
-  std::map<std::tuple<std::string, int, double, bool>, QPixmap> icons;
+  std::map<std::tuple<std::string, int, int, double, bool>, QPixmap> icons;
   std::map<std::tuple<std::string, double>, QCursor> pointers;
 };
 
@@ -55,10 +56,11 @@ Gallery& Drawings() {
 
 }  // namespace
 
-QPixmap IconArt(const std::string& name, int size, double ratio) {
+QPixmap IconArt(const std::string& name, QSize size, double ratio) {
   if (name.empty()) return {};
   const bool on_dark = IsDark(QApplication::palette());
-  const auto [entry, is_new] = Drawings().icons.try_emplace({name, size, ratio, on_dark});
+  const auto [entry, is_new] =
+      Drawings().icons.try_emplace({name, size.width(), size.height(), ratio, on_dark});
   if (is_new) entry->second = Drawn(":/icons/" + ToQt(name) + ".svg", size, ratio, on_dark);
   return entry->second;
 }
@@ -66,7 +68,8 @@ QPixmap IconArt(const std::string& name, int size, double ratio) {
 QCursor PointerArt(const PointerIcon& icon, double ratio) {
   const auto [entry, is_new] = Drawings().pointers.try_emplace({icon.name, ratio}, Qt::ArrowCursor);
   if (is_new) {
-    const QPixmap pixels = Drawn(":/cursors/" + ToQt(icon.name) + ".svg", kPointerSide, ratio, false);
+    const QPixmap pixels =
+        Drawn(":/cursors/" + ToQt(icon.name) + ".svg", QSize(kPointerSide, kPointerSide), ratio, false);
     if (!pixels.isNull()) entry->second = QCursor(pixels, icon.hot_x, icon.hot_y);
   }
   return entry->second;

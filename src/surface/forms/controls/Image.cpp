@@ -15,13 +15,14 @@ class Image::View : public QWidget {
  protected:
   void paintEvent(QPaintEvent*) override {
     QPainter painter(this);
-    painter.drawPixmap(0, 0, IconArt(icon, width(), devicePixelRatioF()));
+    painter.drawPixmap(0, 0, IconArt(icon, size(), devicePixelRatioF()));
   }
 };
 
-Image::Image(Control& parent, const std::string& name, int size)
+Image::Image(Control& parent, const std::string& name, int width, int height)
     : Control(&parent, name, new View(parent.Widget())) {
-  width_ = height_ = static_cast<Single>(size * UnitsPerPixel());
+  width_ = static_cast<Single>(width * UnitsPerPixel());
+  height_ = static_cast<Single>(height * UnitsPerPixel());
   Place();
 }
 

@@ -10,7 +10,8 @@ namespace zelvane {
 class Image : public Control {
  public:
   /// `size`: its side in logical pixels.
-  Image(Control& parent, const std::string& name, int size);
+  Image(Control& parent, const std::string& name, int size) : Image(parent, name, size, size) {}
+  Image(Control& parent, const std::string& name, int width, int height);
 
   /// An SVG of the program's icons; empty for none.
   const std::string& Icon() const { return icon_; }

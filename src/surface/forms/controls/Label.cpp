@@ -1,6 +1,9 @@
 #include "surface/forms/controls/Label.h"
 
+#include <QFontInfo>
 #include <QLabel>
+#include <algorithm>
+#include <cmath>
 
 #include "surface/forms/controls/Conversions.h"
 
@@ -8,6 +11,7 @@ namespace zelvane {
 namespace {
 
 constexpr int kBorderMargin = 2;  // logical pixels between border and text
+constexpr double kPixelsPerPoint = 96.0 / 72;
 
 QLabel* Text(QWidget* widget) {
   return static_cast<QLabel*>(widget);
@@ -72,6 +76,18 @@ void Label::SetFontBold(bool bold) {
   if (!widget_) return;
   QFont font = widget_->font();
   font.setBold(bold);
+  widget_->setFont(font);
+  FitToText();
+}
+
+Single Label::FontSize() const {
+  return widget_ ? static_cast<Single>(QFontInfo(widget_->font()).pixelSize() / kPixelsPerPoint) : 0;
+}
+
+void Label::SetFontSize(Single points) {
+  if (!widget_) return;
+  QFont font = widget_->font();
+  font.setPixelSize(std::max(1, static_cast<int>(std::lround(points * kPixelsPerPoint))));
   widget_->setFont(font);
   FitToText();
 }

@@ -29,6 +29,9 @@ class Label : public Control {
   Single TextWidth(const std::string& text) const;
   bool FontBold() const;
   void SetFontBold(bool bold);
+  /// In points, 72 to the inch, at 96 logical pixels to the inch.
+  Single FontSize() const;
+  void SetFontSize(Single points);
 
  private:
   void FitToText();

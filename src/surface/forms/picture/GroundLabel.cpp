@@ -1,5 +1,6 @@
 #include "surface/forms/picture/GroundLabel.h"
 
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPainter>
 #include <QTextLayout>
@@ -8,6 +9,7 @@
 #include <vector>
 
 #include "surface/forms/controls/Conversions.h"
+#include "surface/forms/controls/Events.h"
 #include "surface/raster/Contrast.h"
 
 namespace zelvane {
@@ -74,6 +76,7 @@ class GroundLabel::Text : public QLabel {
   QSizeF room{kFarthest, kFarthest};
   int16_t alignment = kAlignLeft;
   Color color = SystemColor::ButtonText;
+  std::function<void()> on_follow;
 
  protected:
   void paintEvent(QPaintEvent*) override {
@@ -87,6 +90,13 @@ class GroundLabel::Text : public QLabel {
       PaintLine(painter, lines_[i],
                 QRectF(left, static_cast<double>(i) * Spacing(font()), width, metrics.height()));
     }
+    if (hasFocus()) PaintFocus(painter);
+  }
+  void keyPressEvent(QKeyEvent* event) override {
+    const bool follows =
+        event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter || event->key() == Qt::Key_Space;
+    if (!follows || !on_follow) return QLabel::keyPressEvent(event);
+    on_follow();
   }
 
  private:
@@ -94,6 +104,12 @@ class GroundLabel::Text : public QLabel {
   Rect Behind(const QRectF& part) const {
     const QRect pixels = part.toAlignedRect().translated(pos());
     return {pixels.left(), pixels.top(), pixels.right() + 1, pixels.bottom() + 1};
+  }
+
+  void PaintFocus(QPainter& painter) const {
+    const Pixel ink = ReadableInk(ground.Image(), Behind(rect()), ToPixel(color));
+    painter.setPen(QPen(QColor::fromRgb(ink), 1, Qt::DotLine));
+    painter.drawRect(rect().adjusted(0, 0, -1, -1));
   }
 
   /// Part of a line that is painted in one ink.
@@ -171,6 +187,15 @@ void GroundLabel::SetFontBold(bool bold) {
   font.setBold(bold);
   text_->setFont(font);
   Fit();
+}
+
+void GroundLabel::SetLink() {
+  QFont font = text_->font();
+  font.setUnderline(true);
+  text_->setFont(font);
+  text_->setCursor(Qt::PointingHandCursor);
+  text_->setFocusPolicy(Qt::TabFocus);
+  text_->on_follow = [this] { FireEvent(OnClick); };
 }
 
 void GroundLabel::SetRoom(double width, double height) {

@@ -22,6 +22,8 @@ class GroundLabel : public Control {
   void SetAlignment(int16_t alignment);
   void SetForeColor(Color color);
   void SetFontBold(bool bold);
+  /// Looks like a link, and Tab comes to it: `OnClick` comes by Return and the space bar as well.
+  void SetLink();
   /// What the label may cover at most, in its own unit. Lines are wrapped, within a word where need be; of
   /// more lines than there is room for the middle ones are left out, of a single line its middle.
   void SetRoom(double width, double height);

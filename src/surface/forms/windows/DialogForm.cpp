@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QDialog>
 #include <QKeyEvent>
+#include <QPainterPath>
 #include <QPointer>
 #include <QWindow>
 
@@ -124,6 +125,14 @@ std::optional<WindowPlace> ActiveWindowPlace() {
   const QRectF frame = window->frameGeometry();
   return WindowPlace{frame.x() * kTwipsPerPixel, frame.y() * kTwipsPerPixel, frame.width() * kTwipsPerPixel,
                      frame.height() * kTwipsPerPixel, FromQt(window->windowTitle())};
+}
+
+void RoundWindow(Form& form) {
+  constexpr double kRadius = 20;
+  if (!form.Widget()) return;
+  QPainterPath outline;
+  outline.addRoundedRect(QRectF(form.Widget()->rect()).adjusted(1, 1, 0, 0), kRadius, kRadius);
+  form.Widget()->setMask(QRegion(outline.toFillPolygon().toPolygon()));
 }
 
 void DragWindow(Form& form) {

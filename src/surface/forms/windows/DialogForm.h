@@ -55,6 +55,9 @@ struct WindowPlace {
 /// That of `OwnerOfDialogs`.
 std::optional<WindowPlace> ActiveWindowPlace();
 
+/// Cuts the corners round: what is left of the window reaches from pixel (1, 1) to its size, its corners are
+/// of ellipses of 40 by 40 pixels.
+void RoundWindow(Form& form);
 /// Has the system drag the window, from a press on it on.
 void DragWindow(Form& form);
 /// Above all other windows of the screen, or no more so.

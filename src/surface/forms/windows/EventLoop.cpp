@@ -84,6 +84,11 @@ void RunEventsUntil(const std::function<bool()>& is_done, int longest_ms) {
   while (!is_done() && !deadline.hasExpired()) WaitForEvents();
 }
 
+void WaitSeconds(int16_t seconds) {
+  constexpr int kMilliseconds = 1000;
+  RunEventsUntil([] { return false; }, seconds * kMilliseconds);
+}
+
 void Defer(std::function<void()> step) {
   if (StepQueue* queue = Queue()) queue->Add(std::move(step));
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstdint>
 #include <functional>
 
 namespace zelvane {
@@ -20,6 +21,8 @@ void WaitForEvents();
 /// Lets events run until `is_done`, which is asked after each, or for so many milliseconds; the program
 /// sleeps while there are none.
 void RunEventsUntil(const std::function<bool()>& is_done, int longest_ms);
+/// Lets events run for so many seconds, asleep while there are none. Midnight makes no difference.
+void WaitSeconds(int16_t seconds);
 /// Runs `step` at the next turn of the event loop.
 void Defer(std::function<void()> step);
 /// Runs `step` from the event loop, but not before every handler that runs now has returned, however deeply
