@@ -2,19 +2,16 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <QTemporaryDir>
-#include <chrono>
 #include <filesystem>
 #include <string>
 #include <vector>
 
 #include "Ratio.h"
+#include "RunInProgram.h"
 #include "document/window/MakeDocument.h"
 #include "imageops/effects/RunEffect.h"
 #include "shell/Main.h"
-#include "shell/state/Settings.h"
 #include "shell/state/State.h"
-#include "surface/forms/windows/Application.h"
 #include "surface/system/files/Descriptor.h"
 #include "surface/system/files/Files.h"
 
@@ -26,13 +23,6 @@ namespace {
 constexpr int kWidth = 4000, kHeight = 3000;
 constexpr size_t kFileSize = 54 + size_t{3} * kWidth * kHeight;
 constexpr char kEffect[] = "nothing.exe";
-
-template <class Step>
-double ClockSeconds(Step&& step) {
-  const auto start = std::chrono::steady_clock::now();
-  step();
-  return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
 
 void WriteAndRead(std::vector<unsigned char>& bytes) {
   const std::string path = State.TempPath + "bench.bmp";
@@ -50,34 +40,31 @@ void WriteAndRead(std::vector<unsigned char>& bytes) {
 void BM_RoundTrip(benchmark::State& state) {
   MakeDocument(kWidth, kHeight, RGB(51, 102, 153), {"sheet", ""});
   std::vector<unsigned char> bytes(kFileSize, 0x5A);
-  std::vector<double> trips, floors;
-  for (auto _ : state) {
-    trips.push_back(ClockSeconds([] { RunEffect(kEffect); }));
-    floors.push_back(ClockSeconds([&] { WriteAndRead(bytes); }));
-    state.SetIterationTime(trips.back());
-  }
-  state.counters["ratio"] = ratio::Median(trips) / ratio::Median(floors);
+  ratio::Compare(
+      state, [] { RunEffect(kEffect); }, [&] { WriteAndRead(bytes); }, ratio::ClockSeconds);
   ActiveDocument()->SetDirtyFalse();
   ActiveDocument()->Unload();
 }
 BENCHMARK(BM_RoundTrip)->UseManualTime()->Unit(benchmark::kMillisecond);
 
+std::string EffectsFolder() {
+  return JoinPath(ApplicationFolder(), "Effects");
+}
+
+/// The effect lies beside the benchmark.
+bool StartWithEffect() {
+  std::filesystem::create_directory(EffectsFolder());
+  std::filesystem::copy_file("/bin/true", JoinPath(EffectsFolder(), kEffect),
+                             std::filesystem::copy_options::overwrite_existing);
+  Main("");
+  return true;
+}
+
 }  // namespace
 }  // namespace zelvane
 
-/// Settings that the program writes go to a folder of its own; the effect lies beside the benchmark.
 int main(int argc, char** argv) {
-  const QTemporaryDir settings;
-  qputenv("XDG_CONFIG_HOME", settings.path().toLocal8Bit());
-  zelvane::WriteSetting("ShowSplashScreen", "0");
-  benchmark::Initialize(&argc, argv);
-  const zelvane::Application toolkit(argc, argv);
-  const std::string folder = zelvane::JoinPath(zelvane::ApplicationFolder(), "Effects");
-  std::filesystem::create_directory(folder);
-  std::filesystem::copy_file("/bin/true", zelvane::JoinPath(folder, zelvane::kEffect),
-                             std::filesystem::copy_options::overwrite_existing);
-  zelvane::Main("");
-  benchmark::RunSpecifiedBenchmarks();
-  std::filesystem::remove_all(folder);
-  return 0;
+  const int status = zelvane::RunInProgram(argc, argv, zelvane::StartWithEffect);
+  std::filesystem::remove_all(zelvane::EffectsFolder());
+  return status;
 }

@@ -4,7 +4,6 @@
 #include <QPainter>
 #include <QScrollArea>
 #include <QScrollBar>
-#include <QTemporaryDir>
 #include <QWidget>
 #include <algorithm>
 #include <array>
@@ -17,6 +16,7 @@
 #include <vector>
 
 #include "Ratio.h"
+#include "RunInProgram.h"
 #include "colour/ColorPanel.h"
 #include "document/window/MakeDocument.h"
 #include "imageops/Undo.h"
@@ -24,8 +24,6 @@
 #include "selection/SelectionCommands.h"
 #include "shell/Main.h"
 #include "shell/MainForm.h"
-#include "shell/state/Settings.h"
-#include "surface/forms/windows/Application.h"
 #include "surface/raster/Units.h"
 #include "surface/system/desktop/Clipboard.h"
 #include "tools/OptionBars.h"
@@ -652,24 +650,17 @@ void StartProgram() {
 bool HasRoom() {
   LargeSheet large;
   SmallSheet small;
-  return large.IsInView(kViewWidth, kViewHeight) && small.IsInView(kSmallSide, kSmallSide);
+  if (large.IsInView(kViewWidth, kViewHeight) && small.IsInView(kSmallSide, kSmallSide)) return true;
+  std::fputs("The display is too small for the windows.\n", stderr);
+  return false;
 }
 
 }  // namespace
 }  // namespace zelvane
 
-/// Settings that the program writes go to a folder of its own.
 int main(int argc, char** argv) {
-  const QTemporaryDir settings;
-  qputenv("XDG_CONFIG_HOME", settings.path().toLocal8Bit());
-  zelvane::WriteSetting("ShowSplashScreen", "0");
-  benchmark::Initialize(&argc, argv);
-  const zelvane::Application toolkit(argc, argv);
-  zelvane::StartProgram();
-  if (!zelvane::HasRoom()) {
-    std::fputs("The display is too small for the windows.\n", stderr);
-    return 1;
-  }
-  benchmark::RunSpecifiedBenchmarks();
-  return 0;
+  return zelvane::RunInProgram(argc, argv, [] {
+    zelvane::StartProgram();
+    return zelvane::HasRoom();
+  });
 }
