@@ -141,12 +141,19 @@ void EffectWindow::SettingChanged() {
   worker_.Stop();
   Work work;
   result_ = {};
+  GreyIdleSettings();
   const Values values = Reduced(effect_, CurrentValues(), scale_);
   if (!Attempt([&] { result_.reduced = effect_.apply(reduced_, values, work); })) return Tell(kShortOfMemory);
   if (scale_ == 1) result_.whole = result_.reduced;
   if (histogram_) histogram_->SetAfter(result_.reduced);
   ShowBefore(false);
   if (scale_ < 1) rest_.start(kRest);
+}
+
+void EffectWindow::GreyIdleSettings() {
+  if (!effect_.counts) return;
+  const Values values = CurrentValues();
+  for (size_t i = 0; i < rows_.size(); ++i) rows_[i].SetEnabled(effect_.counts(i, values));
 }
 
 void EffectWindow::StartWhole() {

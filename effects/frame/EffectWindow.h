@@ -43,6 +43,8 @@ class EffectWindow : public QDialog {
   void Reset();
   /// Shows the effect on the reduced copy and lets the whole follow.
   void SettingChanged();
+  /// Settings that count for nothing beside the others.
+  void GreyIdleSettings();
   void StartWhole();
   void TakeWhole(std::optional<Result> result);
   void ShowBefore(bool before);

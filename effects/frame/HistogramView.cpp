@@ -38,19 +38,23 @@ void HistogramView::SetAfter(const Bitmap& result) {
 
 /// A single brightness that fills the picture mustn't make everything else flat.
 void HistogramView::paintEvent(QPaintEvent*) {
+  const QRect inside = rect().adjusted(1, 1, -1, -1);
   QPainter painter(this);
-  painter.fillRect(rect(), palette().color(QPalette::Base));
+  painter.fillRect(rect(), palette().color(QPalette::Mid));
+  painter.fillRect(inside, palette().color(QPalette::Base));
+  painter.setClipRect(inside);
+  painter.translate(inside.topLeft());
   Counts sorted = before_;
   std::ranges::sort(sorted);
   const double most = std::max(sorted[250] * 1.1, 1e-6);
   const auto outline = [&](const Counts& counts) {
-    QPainterPath path(QPointF(0, height()));
+    QPainterPath path(QPointF(0, inside.height()));
     for (size_t i = 0; i < counts.size(); ++i) {
-      const double top = height() * (1 - std::min(counts[i] / most, 1.0));
-      path.lineTo(width() * static_cast<double>(i) / 256, top);
-      path.lineTo(width() * static_cast<double>(i + 1) / 256, top);
+      const double top = inside.height() * (1 - std::min(counts[i] / most, 1.0));
+      path.lineTo(inside.width() * static_cast<double>(i) / 256, top);
+      path.lineTo(inside.width() * static_cast<double>(i + 1) / 256, top);
     }
-    path.lineTo(width(), height());
+    path.lineTo(inside.width(), inside.height());
     return path;
   };
   QColor body = palette().color(QPalette::Text);
@@ -58,8 +62,6 @@ void HistogramView::paintEvent(QPaintEvent*) {
   painter.fillPath(outline(before_), body);
   painter.setPen(palette().color(QPalette::Highlight));
   painter.drawPath(outline(after_));
-  painter.setPen(palette().color(QPalette::Mid));
-  painter.drawRect(rect().adjusted(0, 0, -1, -1));
 }
 
 }  // namespace zelvane

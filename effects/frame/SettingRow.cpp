@@ -83,12 +83,8 @@ SettingRow AddColour(const Setting& setting, QGridLayout& grid, int row, QLabel*
           [set](double value) { set(QColor(static_cast<QRgb>(value))); }};
 }
 
-}  // namespace
-
-SettingRow AddSettingRow(const Setting& setting, QGridLayout& grid, const std::function<void()>& OnChange) {
-  const int row = grid.rowCount();
-  auto* const label = new QLabel(QString::fromStdString(setting.label) + ":");
-  grid.addWidget(label, row, 0);
+SettingRow AddControls(const Setting& setting, QGridLayout& grid, int row, QLabel* label,
+                       const std::function<void()>& OnChange) {
   switch (setting.kind) {
     case Setting::Kind::Choice:
       return AddChoice(setting, grid, row, label, OnChange);
@@ -99,6 +95,20 @@ SettingRow AddSettingRow(const Setting& setting, QGridLayout& grid, const std::f
       break;
   }
   return AddSlider(setting, grid, row, label, OnChange);
+}
+
+}  // namespace
+
+SettingRow AddSettingRow(const Setting& setting, QGridLayout& grid, const std::function<void()>& OnChange) {
+  const int row = grid.rowCount();
+  auto* const label = new QLabel(QString::fromStdString(setting.label) + ":");
+  grid.addWidget(label, row, 0);
+  SettingRow controls = AddControls(setting, grid, row, label, OnChange);
+  controls.SetEnabled = [&grid, row](bool enabled) {
+    for (int column = 0; column < grid.columnCount(); ++column)
+      if (QLayoutItem* item = grid.itemAtPosition(row, column)) item->widget()->setEnabled(enabled);
+  };
+  return controls;
 }
 
 }  // namespace zelvane

@@ -50,6 +50,8 @@ struct Effect {
   std::vector<Setting> settings;
   Bitmap (*apply)(const Bitmap& picture, const Values& values, Work& work);
   bool shows_histogram = false;
+  /// Whether the setting of that index counts beside the others' values; null where each always does.
+  bool (*counts)(size_t setting, const Values& values) = nullptr;
 };
 
 }  // namespace zelvane
