@@ -11,6 +11,7 @@
 #include "tools/Options.h"
 #include "tools/SelectTool.h"
 #include "tools/Selector.h"
+#include "tools/TextTool.h"
 #include "tools/ToolButtons.h"
 #include "ui/MsgBox.h"
 
@@ -23,6 +24,10 @@ void ShowBrush() {
 
 void comboZoom_Click() {
   if (ImageDocument* document = ActiveDocument()) document->ChangeZoomFactor();
+}
+
+void CancelText_Click() {
+  if (ImageDocument* document = ActiveDocument()) CancelText(*document);
 }
 
 template <class Select>
@@ -40,6 +45,8 @@ void WireTools() {
   frmControls->OnOptionChange = ShowBrush;
   frmControls->comboZoom.OnClick = comboZoom_Click;
   frmControls->clearButton.OnClick = clearButton_Click;
+  frmControls->CmdButton[0].OnClick = ApplyText;
+  frmControls->CmdButton[1].OnClick = CancelText_Click;
 }
 
 void WireSliderKeys(MainWindow& window) {

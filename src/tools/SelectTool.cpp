@@ -7,17 +7,11 @@
 #include "surface/forms/controls/Events.h"
 #include "tools/OptionBars.h"
 #include "tools/Selector.h"
+#include "tools/TextTool.h"
 #include "tools/ToolButtons.h"
 
 namespace zelvane {
 namespace {
-
-/// Text that was being typed is dropped.
-void DropText(ImageDocument& document) {
-  document.TextInput.SetText("");
-  document.lblTextSize.SetCaption("M");
-  document.TextInput.SetVisible(false);
-}
 
 /// Raises the old button of a group and presses the new one.
 void Choose(ButtonGroup& group, int16_t& option, PressedFlags& pressed, int16_t index) {
@@ -60,7 +54,7 @@ void SelectTool(int16_t index) {
   frmControls->DrawToolbar[index].SetVisible(true);
   ImageDocument* document = ActiveDocument();
   if (document) ShowToolPointer(*document);
-  if (document && State.CurrentTool != kTextTool) DropText(*document);
+  if (document && State.CurrentTool != kTextTool) CancelText(*document);
   UnClickButton();
   RunHoverTimers();
 }

@@ -34,8 +34,9 @@ void RunTool(const Stroke& stroke) {
       return BlurTool(stroke);
     case kEraserTool:
       return EraserTool(stroke);
-    case kMagnifyingTool:
     case kTextTool:
+      return TextTool(stroke);
+    case kMagnifyingTool:
       return;
   }
 }

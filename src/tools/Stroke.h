@@ -57,6 +57,7 @@ void EyedropperTool(const Stroke& stroke);
 void RectangleTool(const Stroke& stroke);
 void CircleTool(const Stroke& stroke);
 void BrightenTool(const Stroke& stroke);
+void TextTool(const Stroke& stroke);
 void BlurTool(const Stroke& stroke);
 void EraserTool(const Stroke& stroke);
 

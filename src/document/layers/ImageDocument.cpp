@@ -35,7 +35,7 @@ ImageDocument::ImageDocument()
       BufferSelected(*this, "BufferSelected", Frame::No, Kind::Layer),
       SelectedBack(*this, "SelectedBack", Frame::No, Kind::Layer),
       Undo(*this, "Undo", Frame::Yes, Kind::Layer),
-      TextInput(PaintArea, "TextInput", TextBox::Lines::Many),
+      TextInput(PaintArea, "TextInput"),
       lblTextSize(PaintArea, "lblTextSize", "M"),
       SelectArea(PaintArea, Shape::Rectangle, Style::Dotted),
       CropArea(PaintArea, Shape::Rectangle, Style::Dotted),
@@ -52,8 +52,7 @@ ImageDocument::ImageDocument()
   PaintArea.SetAccessibleName("Picture");
   PaintArea.SetSource(&Buffer, 1);
   TextInput.SetVisible(false);
-  lblTextSize.SetVisible(false);
-  lblTextSize.SetAutoSize(true);
+  TextInput.SetAccessibleName("Text");
 
   OnResize = [this] { Form_Resize(); };
   for (ScrollBar* bar : {&HScroll1, &VScroll1}) {
@@ -62,16 +61,23 @@ ImageDocument::ImageDocument()
   }
   HScroll1.OnChange = HScroll1.OnScroll = [this] { HScroll1_Change(); };
   VScroll1.OnChange = VScroll1.OnScroll = [this] { VScroll1_Change(); };
-  TextInput.OnKeyDown = TextInput.OnKeyUp = [this](int16_t, int16_t) { TextInput_Key(); };
+  TextInput.OnChange = [this] { TextInput_Change(); };
 }
 
 void ImageDocument::ShowCaption() {
   SetCaption(Tag() + " - " + PlainText(Zoom) + "%");
 }
 
-void ImageDocument::TextInput_Key() {
-  if (!TextInput.Visible()) return;
-  lblTextSize.SetCaption(TextInput.Text() + "M");
+void ImageDocument::SetTextFont(const TextFont& font) {
+  Buffer.SetFont(font);
+  TextInput.SetFont(Buffer.Font(), ZoomMultiple());
+  lblTextSize.SetFont(Buffer.Font(), ZoomMultiple());
+  TextInput_Change();
+}
+
+/// Whatever changes the text, be it a key, an input method or the clipboard.
+void ImageDocument::TextInput_Change() {
+  lblTextSize.SetCaption(TextInput.ShownText() + "M");
   TextInput.SetWidth(lblTextSize.Width());
   TextInput.SetHeight(lblTextSize.Height());
 }

@@ -4,10 +4,10 @@
 #include <optional>
 
 #include "files/CImageInfo.h"
-#include "surface/forms/controls/Label.h"
+#include "surface/forms/controls/MultilineTextBox.h"
 #include "surface/forms/controls/Panel.h"
 #include "surface/forms/controls/ScrollBar.h"
-#include "surface/forms/controls/TextBox.h"
+#include "surface/forms/controls/TextRuler.h"
 #include "surface/forms/picture/Overlay.h"
 #include "surface/forms/picture/PictureSurface.h"
 #include "surface/forms/picture/PictureView.h"
@@ -41,8 +41,8 @@ class ImageDocument : public MdiChild {
   PictureSurface Buffer;  ///< the picture; its `Tag` is the file's path, empty for one never saved
   PictureSurface BufferSelected, SelectedBack;  ///< the floating selection, and what lies beneath it
   PictureSurface Undo;                          ///< the one undo level
-  TextBox TextInput;                            ///< the text being typed by the Text tool
-  Label lblTextSize;                            ///< measures it
+  MultilineTextBox TextInput;                   ///< the text being typed by the Text tool
+  TextRuler lblTextSize;                        ///< measures it, with one letter more
   ShapeOverlay SelectArea, CropArea;            ///< marquees
   ShapeOverlay DrawBox, DrawCircle;             ///< rubber bands of boxes and ellipses
   RingOverlay BrushOutline;                     ///< how far the brush under the pointer reaches
@@ -56,6 +56,10 @@ class ImageDocument : public MdiChild {
   void SetDirtyFalse() { Dirty = false; }
   /// `BufferSelected` while a selection floats, else `Buffer`.
   PictureSurface& LiveLayer() { return SelectArea.Visible() ? BufferSelected : Buffer; }
+
+  /// Text is printed in that font from now on. The box in which it's typed shows it at the zoom and takes its
+  /// size.
+  void SetTextFont(const TextFont& font);
 
   /// `PaintArea` takes the size of the picture at the zoom, and the window grows with it, as far as there's
   /// room and the person hasn't sized it.
@@ -94,7 +98,7 @@ class ImageDocument : public MdiChild {
   void MoveMarquees();
   void HScroll1_Change();
   void VScroll1_Change();
-  void TextInput_Key();
+  void TextInput_Change();
 
   Rect merged_place_;  ///< where `Buffer` holds the floating selection; empty while it doesn't
 };

@@ -7,7 +7,6 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMimeData>
-#include <QPlainTextEdit>
 #include <QPointer>
 #include <QStyle>
 #include <QStyleOptionFrame>
@@ -151,92 +150,67 @@ class LineBox : public QLineEdit {
   bool entered_by_press_ = false;
 };
 
-QWidget* NewBox(QWidget* parent, TextBox::Lines lines) {
-  if (lines == TextBox::Lines::One) return new LineBox(parent);
-  auto* box = new QPlainTextEdit(parent);
-  box->setTabChangesFocus(true);
-  return box;
-}
-
-/// Calls `one` with a box of one line, `many` with one of several.
-template <class One, class Many>
-void With(QWidget* widget, One&& one, Many&& many) {
-  if (auto* line = qobject_cast<QLineEdit*>(widget)) one(*line);
-  if (auto* lines = qobject_cast<QPlainTextEdit*>(widget)) many(*lines);
+LineBox* Box(QWidget* widget) {
+  return static_cast<LineBox*>(widget);
 }
 
 }  // namespace
 
-TextBox::TextBox(Control& parent, const std::string& name, Lines lines)
-    : Control(&parent, name, NewBox(parent.Widget(), lines)) {
-  const auto changed = [this] { FireEvent(OnChange); };
-  if (auto* line = dynamic_cast<LineBox*>(widget_)) line->box = this;
-  With(
-      widget_, [&](QLineEdit& box) { QObject::connect(&box, &QLineEdit::textChanged, &box, changed); },
-      [&](QPlainTextEdit& box) { QObject::connect(&box, &QPlainTextEdit::textChanged, &box, changed); });
+TextBox::TextBox(Control& parent, const std::string& name)
+    : Control(&parent, name, new LineBox(parent.Widget())) {
+  Box(widget_)->box = this;
+  QObject::connect(Box(widget_), &QLineEdit::textChanged, Box(widget_), [this] { FireEvent(OnChange); });
 }
 
 std::string TextBox::Text() const {
-  std::string text;
-  With(
-      widget_, [&](QLineEdit& box) { text = FromQt(box.text()); },
-      [&](QPlainTextEdit& box) { text = FromQt(box.toPlainText()); });
-  return text;
+  return widget_ ? FromQt(Box(widget_)->text()) : "";
 }
 
 void TextBox::SetText(const std::string& text) {
-  if (text == Text()) return;
-  With(
-      widget_, [&](QLineEdit& box) { box.setText(ToQt(text)); },
-      [&](QPlainTextEdit& box) { box.setPlainText(ToQt(text)); });
+  if (widget_ && text != Text()) Box(widget_)->setText(ToQt(text));
 }
 
 void TextBox::SelectAll() {
-  With(
-      widget_, [](QLineEdit& box) { box.selectAll(); }, [](QPlainTextEdit& box) { box.selectAll(); });
+  if (widget_) Box(widget_)->selectAll();
 }
 
 int TextBox::SelStart() const {
-  const auto* box = qobject_cast<QLineEdit*>(widget_);
-  if (!box) return 0;
-  return box->hasSelectedText() ? box->selectionStart() : box->cursorPosition();
+  if (!widget_) return 0;
+  return Box(widget_)->hasSelectedText() ? Box(widget_)->selectionStart() : Box(widget_)->cursorPosition();
 }
 
 int TextBox::SelLength() const {
-  const auto* box = qobject_cast<QLineEdit*>(widget_);
-  return box ? box->selectionLength() : 0;
+  return widget_ ? Box(widget_)->selectionLength() : 0;
 }
 
 void TextBox::SetSelStart(int start) {
-  if (auto* box = qobject_cast<QLineEdit*>(widget_)) box->setCursorPosition(std::max(0, start));
+  if (widget_) Box(widget_)->setCursorPosition(std::max(0, start));
 }
 
 void TextBox::SetSelLength(int length) {
-  if (auto* box = qobject_cast<QLineEdit*>(widget_)) box->setSelection(SelStart(), std::max(0, length));
+  if (widget_) Box(widget_)->setSelection(SelStart(), std::max(0, length));
 }
 
 void TextBox::SetAlignment(int16_t alignment) {
   alignment_ = alignment;
-  auto* box = qobject_cast<QLineEdit*>(widget_);
-  if (!box) return;
+  if (!widget_) return;
   const Qt::Alignment across = alignment == kAlignRight    ? Qt::AlignRight
                                : alignment == kAlignCentre ? Qt::AlignHCenter
                                                            : Qt::AlignLeft;
-  box->setAlignment(across | Qt::AlignVCenter);
+  Box(widget_)->setAlignment(across | Qt::AlignVCenter);
 }
 
 void TextBox::SetLocked(bool locked) {
   locked_ = locked;
-  if (auto* box = qobject_cast<QLineEdit*>(widget_)) box->setReadOnly(locked);
+  if (widget_) Box(widget_)->setReadOnly(locked);
 }
 
 /// One guess from the present width, since each font size that is tried has to be loaded.
 void TextBox::FitFont(const std::string& text) {
-  const auto* line = dynamic_cast<LineBox*>(widget_);
-  if (!line) return;
+  if (!widget_) return;
   constexpr double kStep = 0.5;
   QFont font = widget_->font();
-  const int room = line->RoomForText(), needed = QFontMetrics(font).horizontalAdvance(ToQt(text));
+  const int room = Box(widget_)->RoomForText(), needed = QFontMetrics(font).horizontalAdvance(ToQt(text));
   if (needed <= room) return;
   const double fitting = std::floor(font.pointSizeF() * room / needed / kStep) * kStep;
   font.setPointSizeF(std::max(fitting, kSmallestFont));

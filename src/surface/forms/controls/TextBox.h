@@ -8,11 +8,10 @@
 
 namespace zelvane {
 
-/// A box for typing; several lines where it is made so.
+/// A box for typing one line.
 class TextBox : public Control {
  public:
-  enum class Lines { One, Many };
-  TextBox(Control& parent, const std::string& name, Lines lines = Lines::One);
+  TextBox(Control& parent, const std::string& name);
 
   std::string Text() const;
   /// Fires `OnChange` where the text is another one.
@@ -20,8 +19,6 @@ class TextBox : public Control {
   void SelectAll();
   void SetForeColor(Color color);
   void SetBackColor(Color color);
-
-  // The following are those of a box of one line.
 
   /// The caret, or where the selection begins, in characters from 0.
   int SelStart() const;

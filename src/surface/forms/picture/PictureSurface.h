@@ -4,6 +4,7 @@
 #include <string>
 
 #include "surface/forms/controls/Control.h"
+#include "surface/forms/controls/TextFont.h"
 #include "surface/raster/Canvas.h"
 
 namespace zelvane {
@@ -12,7 +13,7 @@ namespace zelvane {
 ///
 /// A framed surface has `Width` = `ScaleWidth` + 2. Its place and size are whole: writing `Left`, `Top`,
 /// `Width` or `Height` rounds, halves to even. Writing a size keeps the pixels that both sizes share.
-class PictureSurface : public Control, public Canvas {
+class PictureSurface : public Control, public Canvas, public FontProperties {
  public:
   enum class Frame { No, Yes };
   /// A layer is never shown; it only has pixels.
@@ -31,6 +32,10 @@ class PictureSurface : public Control, public Canvas {
 
   /// Takes the bitmap as `Picture`, with its size.
   void SetPicture(Bitmap picture) { SetImage(std::move(picture)); }
+
+  /// Draws one line of text, its top left corner at the current point, in `ForeColor` and the surface's font;
+  /// its edges are smooth. Moves the current point to the left edge, one line down.
+  void Print(const std::string& text);
 
   /// Shows what has been drawn since the last call, and no more. A layer keeps its damage for whoever shows
   /// it.

@@ -1,0 +1,111 @@
+#include "surface/forms/controls/MultilineTextBox.h"
+
+#include <QKeyEvent>
+#include <QMimeData>
+#include <QPointer>
+#include <QTextBlock>
+#include <QTextDocumentFragment>
+#include <QTextEdit>
+#include <memory>
+
+#include "surface/forms/controls/Conversions.h"
+#include "surface/forms/controls/Events.h"
+#include "surface/forms/controls/LinesLayout.h"
+
+namespace zelvane {
+namespace {
+
+/// The toolkit has breaks within a paragraph as well; here every line is one.
+QString WithPlainBreaks(QString text) {
+  return text.replace("\r\n", "\n").replace(QChar::LineSeparator, '\n').replace('\r', '\n');
+}
+
+}  // namespace
+
+class MultilineTextBox::Editor : public QTextEdit {
+ public:
+  explicit Editor(QWidget* parent) : QTextEdit(parent) {
+    setFrameStyle(QFrame::NoFrame);
+    setLineWrapMode(NoWrap);
+    setAcceptRichText(false);
+    setTabChangesFocus(true);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  }
+
+  MultilineTextBox* box = nullptr;
+
+  QString Composed() const { return textCursor().block().layout()->preeditAreaText(); }
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override {
+    if (event->matches(QKeySequence::InsertLineSeparator)) return insertPlainText("\n");
+    QTextEdit::keyPressEvent(event);
+  }
+
+  void inputMethodEvent(QInputMethodEvent* event) override {
+    const QPointer<Editor> standing(this);
+    QTextEdit::inputMethodEvent(event);
+    if (standing) FireEvent(box->OnChange);
+  }
+
+  /// Files are for the window.
+  bool canInsertFromMimeData(const QMimeData* source) const override {
+    return source->hasText() && !source->hasUrls();
+  }
+  void insertFromMimeData(const QMimeData* source) override {
+    insertPlainText(WithPlainBreaks(source->text()));
+  }
+  QMimeData* createMimeDataFromSelection() const override {
+    auto text = std::make_unique<QMimeData>();
+    text->setText(textCursor().selection().toPlainText());
+    return text.release();
+  }
+};
+
+MultilineTextBox::MultilineTextBox(Control& parent, const std::string& name)
+    : Control(&parent, name, new Editor(parent.Widget())) {
+  Edit()->box = this;
+  auto* document = new QTextDocument(widget_);
+  layout_ = new LinesLayout(document);
+  document->setDocumentLayout(layout_);
+  Edit()->setDocument(document);
+  FontChanged();
+  QObject::connect(Edit(), &QTextEdit::textChanged, Edit(), [this] { FireEvent(OnChange); });
+}
+
+MultilineTextBox::Editor* MultilineTextBox::Edit() const {
+  return static_cast<Editor*>(widget_);
+}
+
+std::string MultilineTextBox::Text() const {
+  return widget_ ? FromQt(Edit()->toPlainText()) : "";
+}
+
+void MultilineTextBox::SetText(const std::string& text) {
+  if (widget_ && text != Text()) Edit()->setPlainText(WithPlainBreaks(ToQt(text)));
+}
+
+std::string MultilineTextBox::ShownText() const {
+  if (!widget_) return "";
+  return FromQt(Edit()->toPlainText().insert(Edit()->textCursor().position(), Edit()->Composed()));
+}
+
+void MultilineTextBox::SetForeColor(Color color) {
+  if (widget_) Tint(*widget_, QPalette::Text, color);
+}
+
+void MultilineTextBox::SetBackColor(Color color) {
+  if (widget_) Tint(*widget_, QPalette::Base, color);
+}
+
+/// The editor hands the font on to its document, which lays its lines out anew.
+void MultilineTextBox::FontChanged() {
+  if (!widget_) return;
+  layout_->SetPitch(Font(), Multiple());
+  widget_->setFont(ToQt(Font(), Multiple(), *widget_));
+  QTextDocument& document = *Edit()->document();
+  if (document.defaultFont() != widget_->font()) document.setDefaultFont(widget_->font());
+}
+
+}  // namespace zelvane

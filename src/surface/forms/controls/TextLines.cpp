@@ -1,0 +1,71 @@
+#include "surface/forms/controls/TextLines.h"
+
+#include <QFontMetricsF>
+#include <QImage>
+#include <algorithm>
+#include <cmath>
+
+#include "surface/system/text/QtText.h"
+
+namespace zelvane {
+namespace {
+
+constexpr int kDotsPerInch = 96, kTabInBlanks = 8;
+constexpr double kWidestLine = 1 << 23;  // units; where the toolkit stops to count
+
+QFontMetricsF MetricsOf(const TextFont& font) {
+  return QFontMetricsF(ToQt(font, 1, PictureDevice()), &PictureDevice());
+}
+
+}  // namespace
+
+QFont ToQt(const TextFont& font, int multiple, const QPaintDevice& device) {
+  QFont result;
+  if (!font.Name.empty()) result.setFamilies({ToQt(font.Name)});
+  result.setPointSizeF(font.Size * multiple * kDotsPerInch / device.logicalDpiY());
+  result.setBold(font.Bold);
+  result.setItalic(font.Italic);
+  result.setHintingPreference(QFont::PreferVerticalHinting);
+  result.setStyleStrategy(QFont::StyleStrategy(QFont::PreferAntialias | QFont::NoSubpixelAntialias));
+  return QFont(result, &device);
+}
+
+const QPaintDevice& PictureDevice() {
+  static const QImage device = [] {
+    constexpr double kInchesPerMeter = 1 / 0.0254;
+    QImage image(1, 1, QImage::Format_RGB32);
+    image.setDotsPerMeterX(qRound(kDotsPerInch * kInchesPerMeter));
+    image.setDotsPerMeterY(qRound(kDotsPerInch * kInchesPerMeter));
+    return image;
+  }();
+  return device;
+}
+
+LinePitch PitchOf(const TextFont& font) {
+  const QFontMetricsF metrics = MetricsOf(font);
+  const auto ascent = static_cast<int>(std::ceil(metrics.ascent()));
+  const auto descent = static_cast<int>(std::ceil(metrics.descent()));
+  return {ascent, std::max(1, ascent + descent + qRound(std::max(0.0, metrics.leading())))};
+}
+
+QTextOption LineOption(const TextFont& font, int multiple) {
+  QTextOption option(Qt::AlignLeft | Qt::AlignAbsolute);
+  option.setTextDirection(Qt::LayoutDirectionAuto);
+  option.setWrapMode(QTextOption::NoWrap);
+  option.setFlags(QTextOption::IncludeTrailingSpaces);
+  option.setTabStopDistance(multiple * kTabInBlanks * MetricsOf(font).horizontalAdvance(' '));
+  return option;
+}
+
+QTextLine LayOutLine(QTextLayout& layout, const LinePitch& pitch, int multiple) {
+  layout.beginLayout();
+  QTextLine line = layout.createLine();
+  if (line.isValid()) {
+    line.setLineWidth(kWidestLine);
+    line.setPosition({0, pitch.ascent * multiple - line.ascent()});
+  }
+  layout.endLayout();
+  return line;
+}
+
+}  // namespace zelvane
