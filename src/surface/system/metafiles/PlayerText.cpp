@@ -72,8 +72,21 @@ Line LayOut(const QFont& font, const TextRun& run, const DeviceState& state, dou
   return IsPositioned(run, state) ? LayOutSpaced(font, run, state, unit) : LayOutPlain(font, run.text);
 }
 
+/// Whether most of what the outlines enclose lies at the left hand of who follows them, with down below.
+bool RunsLeftRound(const QPainterPath& path) {
+  double area = 0;
+  for (const QPolygonF& outline : path.toSubpathPolygons())
+    for (qsizetype i = 0; i + 1 < outline.size(); ++i)
+      area += outline[i].x() * outline[i + 1].y() - outline[i + 1].x() * outline[i].y();
+  return area < 0;
+}
+
+/// Some fonts draw letters one way round, some the other, and where two ways overlap there is no ink: the bar
+/// runs as the letters do.
 void AddBar(QPainterPath& path, double length, double middle, double thickness) {
-  path.addRect(0, middle - thickness / 2, length, thickness);
+  QPainterPath bar;
+  bar.addRect(0, middle - thickness / 2, length, thickness);
+  path.addPath(RunsLeftRound(path) ? bar.toReversed() : bar);
 }
 
 }  // namespace
