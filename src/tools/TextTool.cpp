@@ -1,6 +1,6 @@
 #include "tools/TextTool.h"
 
-#include <string_view>
+#include <sstream>
 
 #include "colour/ColorPanel.h"
 #include "imageops/Undo.h"
@@ -43,12 +43,11 @@ void PlaceBox(const Stroke& stroke) {
   if (left && top) stroke.Document.TextInput.Move(*left, *top);
 }
 
-void PrintLines(PictureSurface& layer, std::string_view text, Single left) {
-  for (size_t end = 0; end != std::string_view::npos; text.remove_prefix(end + 1)) {
-    end = text.find('\n');
+void PrintLines(PictureSurface& layer, const std::string& text, Single left) {
+  std::istringstream lines(text);
+  for (std::string line; std::getline(lines, line);) {
     layer.SetCurrentX(left);
-    layer.Print(std::string(text.substr(0, end)));
-    if (end == std::string_view::npos) return;
+    layer.Print(line);
   }
 }
 
@@ -75,8 +74,10 @@ void ApplyText() {
 }
 
 void CancelText(ImageDocument& document) {
+  if (!document.TextInput.Visible()) return;
   document.TextInput.SetText("");
   document.TextInput.SetVisible(false);
+  document.PaintArea.SetFocus();
 }
 
 }  // namespace zelvane

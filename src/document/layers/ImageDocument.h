@@ -77,9 +77,9 @@ class ImageDocument : public MdiChild {
   virtual void ShowReach() = 0;
   /// Lays the window out: scroll bars, viewport, and the picture centred or scrolled in it.
   void Form_Resize();
-  /// Lays out anew after a change of the picture's size or the zoom, lets the marquees follow and shows all
-  /// that is in view. Each argument puts its scroll bar to that fraction (0 to 1) of the bar's new range; a
-  /// negative one leaves the bar where it is, as far as the new range allows.
+  /// Lays out anew after a change of the picture's size or the zoom, lets the marquees and the text follow
+  /// and shows all that is in view. Each argument puts its scroll bar to that fraction (0 to 1) of the bar's
+  /// new range; a negative one leaves the bar where it is, as far as the new range allows.
   void RealignZoom(double vertical, double horizontal);
 
   /// Brings `Buffer` up to date with a floating selection: what was drawn on the selection or beneath it
@@ -96,6 +96,8 @@ class ImageDocument : public MdiChild {
   Rect SelectedPlace() const;
   void PlaceMarquee(ShapeOverlay& marquee);
   void MoveMarquees();
+  void MoveTextInput(int multiple_before);
+  void FocusPicture();
   void HScroll1_Change();
   void VScroll1_Change();
   void TextInput_Change();

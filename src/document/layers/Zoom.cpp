@@ -63,6 +63,7 @@ void ImageDocument::Form_Resize() {
 }
 
 void ImageDocument::RealignZoom(double vertical, double horizontal) {
+  const int multiple_before = PaintArea.Multiple();
   PaintArea.SetSource(&Buffer, ZoomMultiple());
   Form_Resize();
   const auto put = [](ScrollBar& bar, double fraction) {
@@ -72,6 +73,7 @@ void ImageDocument::RealignZoom(double vertical, double horizontal) {
   put(VScroll1, vertical);
   put(HScroll1, horizontal);
   MoveMarquees();
+  if (PaintArea.Multiple() != multiple_before) MoveTextInput(multiple_before);
   PaintArea.Refresh();
 }
 
@@ -96,14 +98,27 @@ void ImageDocument::MoveMarquees() {
   if (SelectArea.Visible()) PlaceSelectArea();
 }
 
+/// It stays on its pixel of the picture.
+void ImageDocument::MoveTextInput(int multiple_before) {
+  const Single left = TextInput.Left() / static_cast<Single>(multiple_before);
+  const Single top = TextInput.Top() / static_cast<Single>(multiple_before);
+  TextInput.Move(left * ZoomMultiple(), top * ZoomMultiple());
+  SetTextFont(Buffer.Font());
+}
+
+/// Scrolling doesn't keep the keyboard from the picture or from the text that is typed on it.
+void ImageDocument::FocusPicture() {
+  if (!TextInput.HasFocus()) PaintArea.SetFocus();
+}
+
 /// What comes into view is painted by itself, and the marquees move along with the picture.
 void ImageDocument::HScroll1_Change() {
-  PaintArea.SetFocus();
+  FocusPicture();
   PaintArea.SetLeft(static_cast<Single>(-HScroll1.Value()));
 }
 
 void ImageDocument::VScroll1_Change() {
-  PaintArea.SetFocus();
+  FocusPicture();
   PaintArea.SetTop(static_cast<Single>(-VScroll1.Value()));
 }
 

@@ -21,6 +21,11 @@ Single StepTowards(Single pointer, Single extent) {
   return std::copysign(std::clamp(std::fabs(beyond) / 2, kSlowest, kQuickest), beyond);
 }
 
+/// How far to go for a stretch of the viewport to be within its extent; its beginning comes first.
+Single WayInto(Single first, Single last, Single extent) {
+  return std::min(first, std::max(0.0F, last - extent));
+}
+
 /// Where the unit goes with its pixel: to the same part of it.
 int Zoomed(Single unit, int before, int after) {
   const auto whole = static_cast<int>(std::floor(unit)),
@@ -62,6 +67,14 @@ bool ViewScroller::ScrollByKey(int16_t KeyCode) {
     default:
       return false;
   }
+}
+
+void ViewScroller::ScrollInto(const Rect& units) {
+  const PictureView& view = document_.PaintArea;
+  ScrollBy(WayInto(static_cast<Single>(units.left) + kFrame + view.Left(),
+                   static_cast<Single>(units.right) + kFrame + view.Left(), document_.Back.Width()),
+           WayInto(static_cast<Single>(units.top) + kFrame + view.Top(),
+                   static_cast<Single>(units.bottom) + kFrame + view.Top(), document_.Back.Height()));
 }
 
 bool ViewScroller::IsPointerBeyondView() const {

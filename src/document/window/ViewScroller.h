@@ -23,6 +23,8 @@ class ViewScroller {
   /// Arrows go a small step, Page Up and Page Down a whole view, Home and End to the first and to the last
   /// corner. False for other keys too.
   bool ScrollByKey(int16_t KeyCode);
+  /// As little as brings the place into view, its left and its top before all.
+  void ScrollInto(const Rect& units);
   bool IsPointerBeyondView() const;
   /// Scrolls towards a pointer beyond the edge of the view, the quicker the farther it is. False where no
   /// picture is left that way.

@@ -7,6 +7,7 @@
 #include "document/layers/ReadOuts.h"
 #include "document/window/ClosePicture.h"
 #include "imageops/Undo.h"
+#include "surface/forms/controls/Events.h"
 #include "surface/raster/FailingStep.h"
 #include "tools/BrushOutline.h"
 #include "tools/EyedropperTool.h"
@@ -72,6 +73,10 @@ frmPaint::frmPaint() : EdgeTimer(kEdgeInterval) {
   };
   PaintArea.OnKeyDown = [this](int16_t KeyCode, int16_t Shift) { PaintArea_KeyDown(KeyCode, Shift); };
   PaintArea.OnGotFocus = [this] { PaintArea_GotFocus(); };
+  TextInput.OnMouseWheel = [this](int16_t Shift, Single X, Single Y, Single across, Single along) {
+    FireEvent(PaintArea.OnMouseWheel, Shift, X + TextInput.Left(), Y + TextInput.Top(), across, along);
+  };
+  TextInput.OnCaretMove = [this] { ShowCaret(); };
 }
 
 /// The panel tells what the file on the disk holds, not the picture in memory.
@@ -180,6 +185,14 @@ void frmPaint::PaintArea_MouseWheel(int16_t Shift, Single across, Single along) 
   if (Scroller.ScrollBy(-across * kNotch, -along * kNotch)) ViewMoved();
 }
 
+/// The view goes along with the caret.
+void frmPaint::ShowCaret() {
+  if (Down || !TextInput.Visible()) return;
+  const Rect caret = TextInput.Caret();
+  const auto left = static_cast<int>(TextInput.Left()), top = static_cast<int>(TextInput.Top());
+  Scroller.ScrollInto({caret.left + left, caret.top + top, caret.right + left, caret.bottom + top});
+}
+
 /// The pixel under the pointer stays there, as far as there is picture to scroll.
 void frmPaint::ZoomAtPointer(int16_t Button) {
   const int multiple = ZoomMultiple();
@@ -242,7 +255,9 @@ void frmPaint::ShowZoomInBox() {
   ZoomBusy = false;
 }
 
+/// Text that is being typed keeps the keyboard.
 void frmPaint::PaintArea_GotFocus() {
+  if (State.CurrentTool == kTextTool && TextInput.Visible()) return TextInput.SetFocus();
   if (State.CurrentTool == kMagnifyingTool) ShowZoomInBox();
   PaintArea.Refresh();
 }

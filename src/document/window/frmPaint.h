@@ -33,6 +33,7 @@ class frmPaint final : public ImageDocument {
   void ShowCoords(Single X, Single Y);
   void ZoomAtPointer(int16_t Button);
   void ScrollWithStroke();
+  void ShowCaret();
   void ViewMoved();
   void PaintAt(Single X, Single Y);
 

@@ -38,6 +38,13 @@ class MultilineTextBox::Editor : public QTextEdit {
   QString Composed() const { return textCursor().block().layout()->preeditAreaText(); }
 
  protected:
+  bool event(QEvent* event) override {
+    // Keys that style a text elsewhere aren't for the picture beneath.
+    if (event->type() == QEvent::ShortcutOverride && IsStyle(static_cast<const QKeyEvent&>(*event)))
+      return event->accept(), true;
+    return QTextEdit::event(event);
+  }
+
   void keyPressEvent(QKeyEvent* event) override {
     if (event->matches(QKeySequence::InsertLineSeparator)) return insertPlainText("\n");
     QTextEdit::keyPressEvent(event);
@@ -61,6 +68,11 @@ class MultilineTextBox::Editor : public QTextEdit {
     text->setText(textCursor().selection().toPlainText());
     return text.release();
   }
+
+ private:
+  static bool IsStyle(const QKeyEvent& key) {
+    return key.matches(QKeySequence::Bold) || key.matches(QKeySequence::Italic);
+  }
 };
 
 MultilineTextBox::MultilineTextBox(Control& parent, const std::string& name)
@@ -72,6 +84,7 @@ MultilineTextBox::MultilineTextBox(Control& parent, const std::string& name)
   Edit()->setDocument(document);
   FontChanged();
   QObject::connect(Edit(), &QTextEdit::textChanged, Edit(), [this] { FireEvent(OnChange); });
+  QObject::connect(Edit(), &QTextEdit::cursorPositionChanged, Edit(), [this] { FireEvent(OnCaretMove); });
 }
 
 MultilineTextBox::Editor* MultilineTextBox::Edit() const {
@@ -91,6 +104,12 @@ std::string MultilineTextBox::ShownText() const {
   return FromQt(Edit()->toPlainText().insert(Edit()->textCursor().position(), Edit()->Composed()));
 }
 
+Rect MultilineTextBox::Caret() const {
+  if (!widget_) return {};
+  const QRect caret = Edit()->cursorRect();
+  return {caret.left(), caret.top(), caret.right() + 1, caret.bottom() + 1};
+}
+
 void MultilineTextBox::SetForeColor(Color color) {
   if (widget_) Tint(*widget_, QPalette::Text, color);
 }
@@ -103,7 +122,7 @@ void MultilineTextBox::SetBackColor(Color color) {
 void MultilineTextBox::FontChanged() {
   if (!widget_) return;
   layout_->SetPitch(Font(), Multiple());
-  widget_->setFont(ToQt(Font(), Multiple(), *widget_));
+  widget_->setFont(ToQt(Font(), Multiple()));
   QTextDocument& document = *Edit()->document();
   if (document.defaultFont() != widget_->font()) document.setDefaultFont(widget_->font());
 }

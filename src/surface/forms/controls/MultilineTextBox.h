@@ -5,6 +5,7 @@
 
 #include "surface/forms/controls/Control.h"
 #include "surface/forms/controls/TextFont.h"
+#include "surface/raster/Rect.h"
 
 namespace zelvane {
 
@@ -25,8 +26,12 @@ class MultilineTextBox : public Control, public FontProperties {
   void SetForeColor(Color color);
   void SetBackColor(Color color);
 
+  /// Where the caret is, in units of the box.
+  Rect Caret() const;
+
   /// What is shown has become another text.
   std::function<void()> OnChange;
+  std::function<void()> OnCaretMove;
 
  protected:
   void FontChanged() override;

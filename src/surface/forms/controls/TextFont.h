@@ -7,7 +7,7 @@ namespace zelvane {
 /// What text is drawn in.
 struct TextFont {
   std::string Name;  ///< of the family; empty for the desktop's own
-  double Size = 10;  ///< points, at 96 pixels of the picture to the inch
+  double Size = 10;  ///< points, 96 pixels of the picture to the inch; set in whole pixels
   bool Bold = false, Italic = false;
 
   friend bool operator==(const TextFont&, const TextFont&) = default;

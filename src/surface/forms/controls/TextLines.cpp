@@ -1,44 +1,37 @@
 #include "surface/forms/controls/TextLines.h"
 
 #include <QFontMetricsF>
-#include <QImage>
 #include <algorithm>
 #include <cmath>
 
+#include "surface/raster/Numbers.h"
 #include "surface/system/text/QtText.h"
 
 namespace zelvane {
 namespace {
 
-constexpr int kDotsPerInch = 96, kTabInBlanks = 8;
+constexpr int kDotsPerInch = 96, kPointsPerInch = 72, kTabInBlanks = 8;
 constexpr double kWidestLine = 1 << 23;  // units; where the toolkit stops to count
 
 QFontMetricsF MetricsOf(const TextFont& font) {
-  return QFontMetricsF(ToQt(font, 1, PictureDevice()), &PictureDevice());
+  return QFontMetricsF(ToQt(font, 1));
+}
+
+int PixelsOf(double points) {
+  return std::max(1, static_cast<int>(RoundHalfEven(points * kDotsPerInch / kPointsPerInch)));
 }
 
 }  // namespace
 
-QFont ToQt(const TextFont& font, int multiple, const QPaintDevice& device) {
+QFont ToQt(const TextFont& font, int multiple) {
   QFont result;
   if (!font.Name.empty()) result.setFamilies({ToQt(font.Name)});
-  result.setPointSizeF(font.Size * multiple * kDotsPerInch / device.logicalDpiY());
+  result.setPixelSize(PixelsOf(font.Size) * multiple);
   result.setBold(font.Bold);
   result.setItalic(font.Italic);
   result.setHintingPreference(QFont::PreferVerticalHinting);
   result.setStyleStrategy(QFont::StyleStrategy(QFont::PreferAntialias | QFont::NoSubpixelAntialias));
-  return QFont(result, &device);
-}
-
-const QPaintDevice& PictureDevice() {
-  static const QImage device = [] {
-    constexpr double kInchesPerMeter = 1 / 0.0254;
-    QImage image(1, 1, QImage::Format_RGB32);
-    image.setDotsPerMeterX(qRound(kDotsPerInch * kInchesPerMeter));
-    image.setDotsPerMeterY(qRound(kDotsPerInch * kInchesPerMeter));
-    return image;
-  }();
-  return device;
+  return result;
 }
 
 LinePitch PitchOf(const TextFont& font) {

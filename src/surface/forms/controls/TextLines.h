@@ -7,19 +7,15 @@
 
 #include "surface/forms/controls/TextFont.h"
 
-class QPaintDevice;
-
 /// How text is set, the same for what is printed, measured and typed, so that each shows what the others do.
 ///
 /// Glyphs are fitted to the rows of pixels, but not to the columns: their widths grow with the size, so a
 /// text is as many times as wide as the picture is enlarged. Lines stand on whole rows of the picture.
 namespace zelvane {
 
-/// The font at a multiple of its size, for a device of whatever resolution. Edges are grey, never coloured.
-QFont ToQt(const TextFont& font, int multiple, const QPaintDevice& device);
-
-/// A device with the pixels of a picture: 96 to the inch.
-const QPaintDevice& PictureDevice();
+/// The font at a multiple of its size in the picture, which is taken in whole pixels, so that the multiple is
+/// exact. Edges are grey, never coloured.
+QFont ToQt(const TextFont& font, int multiple);
 
 /// Rows of the picture.
 struct LinePitch {

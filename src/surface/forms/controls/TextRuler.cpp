@@ -21,13 +21,13 @@ void TextRuler::SetCaption(const std::string& caption) {
 
 void TextRuler::Measure() {
   constexpr double kCaret = 1;
-  const QFont font = ToQt(Font(), Multiple(), PictureDevice());
+  const QFont font = ToQt(Font(), Multiple());
   const QTextOption option = LineOption(Font(), Multiple());
   const LinePitch pitch = PitchOf(Font());
   const QStringList lines = ToQt(caption_).split('\n');
   double widest = 0;
   for (const QString& text : lines) {
-    QTextLayout layout(text, font, &PictureDevice());
+    QTextLayout layout(text, font);
     layout.setTextOption(option);
     const QTextLine line = LayOutLine(layout, pitch, Multiple());
     if (line.isValid()) widest = std::max(widest, line.naturalTextWidth());

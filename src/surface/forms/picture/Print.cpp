@@ -34,7 +34,7 @@ void PictureSurface::Print(const std::string& text) {
   const LinePitch pitch = PitchOf(Font());
   const auto left = ToInt32(CurrentX()), top = ToInt32(CurrentY());
   if (left && top && !text.empty()) {
-    QTextLayout layout(ToQt(text), ToQt(Font(), 1, PictureDevice()), &PictureDevice());
+    QTextLayout layout(ToQt(text), ToQt(Font(), 1));
     layout.setTextOption(LineOption(Font(), 1));
     LayOutLine(layout, pitch, 1);
     const QPoint corner(*left, *top);
