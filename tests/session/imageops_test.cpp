@@ -105,6 +105,11 @@ TEST_F(ImageOps, TonesFollowTheirFormula) {
     EXPECT_TRUE(Document().Dirty);
     Undo_Click();
     EXPECT_EQ(Seen(), picture);
+    LiftSelection(Document(), {3, 4, 50, 30});
+    Greyscale_Click(static_cast<int16_t>(index));
+    EXPECT_EQ(Difference(Seen(), picture), QRect(3, 4, 47, 26));
+    Undo_Click();
+    EXPECT_EQ(Seen(), picture) << "of the selection alone";
     Document().SetDirtyFalse();
   }
 }
