@@ -136,6 +136,8 @@ TEST_F(Controls, TellThePointersWholePixelsPlusWithinTheFrame) {
               wanted ? "double " : "down 1 0 4.49 4.49 ");
     EXPECT_EQ(send(release, {5, 5}, left, none), wanted ? "up 1 0 4.49 4.49 " : "up 1 0 4.49 4.49 click ");
   }
+  send(press, {5, 5}, right, right);
+  EXPECT_EQ(send(move, {6, 6}, none, none), "up 2 0 4.49 4.49 move 0 0 5.49 5.49 ") << "let go elsewhere";
   surface.SetScaleMode(Scale::Twips);
   EXPECT_EQ(send(move, {3, 3}, none, none), "move 0 0 37.35 37.35 ");
   surface.SetEnabled(false);

@@ -54,10 +54,7 @@ bool EventRelay::eventFilter(QObject* watched, QEvent* event) {
       if (enabled) Press(static_cast<const QMouseEvent&>(*event));
       break;
     case QEvent::MouseMove:
-      if (enabled) {
-        const auto& move = static_cast<const QMouseEvent&>(*event);
-        Point(control_.OnMouseMove, ButtonsOf(move.buttons()), move);
-      }
+      if (enabled) Move(static_cast<const QMouseEvent&>(*event));
       break;
     case QEvent::MouseButtonRelease:
       if (enabled) Release(static_cast<const QMouseEvent&>(*event));
@@ -100,18 +97,36 @@ void EventRelay::Press(const QMouseEvent& event) {
   BringToFront(widget_);
   const bool is_second = event.type() == QEvent::MouseButtonDblClick && control_.OnDblClick;
   clicking_ = event.button() == Qt::LeftButton && !is_second;
+  held_ |= event.button();
+  pointer_ = event.position();
   if (is_second)
     FireEvent(control_.OnDblClick);
   else
-    Point(control_.OnMouseDown, ButtonsOf(event.button()), event);
+    Point(control_.OnMouseDown, event.button(), event.modifiers());
+}
+
+/// A button let go over a menu or a dialog that came up meanwhile is missed by the next move: for the control
+/// it was let go where the pointer was last.
+void EventRelay::Move(const QMouseEvent& event) {
+  const QPointer<EventRelay> standing(this);
+  for (const Qt::MouseButton button : {Qt::LeftButton, Qt::RightButton, Qt::MiddleButton}) {
+    if (!standing || !held_.testFlag(button) || event.buttons().testFlag(button)) continue;
+    held_.setFlag(button, false);
+    Point(control_.OnMouseUp, button, event.modifiers());
+  }
+  if (!standing) return;
+  pointer_ = event.position();
+  Point(control_.OnMouseMove, event.buttons(), event.modifiers());
 }
 
 void EventRelay::Release(const QMouseEvent& event) {
+  held_.setFlag(event.button(), false);
+  pointer_ = event.position();
   const bool is_click = event.button() == Qt::LeftButton && clicking_ && control_.ClicksByPointer() &&
-                        widget_->rect().contains(event.position().toPoint());
+                        widget_->rect().contains(pointer_.toPoint());
   if (event.button() == Qt::LeftButton) clicking_ = false;
   const QPointer<EventRelay> standing(this);
-  Point(control_.OnMouseUp, ButtonsOf(event.button()), event);
+  Point(control_.OnMouseUp, event.button(), event.modifiers());
   if (standing && is_click) FireEvent(control_.OnClick);
 }
 
@@ -121,9 +136,9 @@ Single EventRelay::Across(double pixel) const {
   return static_cast<Single>((std::floor(pixel) - control_.FrameWidth() + kWithinPixel) * unit);
 }
 
-void EventRelay::Point(const Control::PointerEvent& handler, int button, const QMouseEvent& event) {
-  FireEvent(handler, static_cast<int16_t>(button), ShiftOf(event.modifiers()), Across(event.position().x()),
-            Across(event.position().y()));
+void EventRelay::Point(const Control::PointerEvent& handler, Qt::MouseButtons buttons,
+                       Qt::KeyboardModifiers modifiers) {
+  FireEvent(handler, ButtonsOf(buttons), ShiftOf(modifiers), Across(pointer_.x()), Across(pointer_.y()));
 }
 
 /// A key that a control leaves alone comes to the widgets round it next, for whom it isn't meant.

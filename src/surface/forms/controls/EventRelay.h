@@ -27,17 +27,22 @@ class EventRelay : public QObject {
 
  private:
   void Press(const QMouseEvent& event);
+  void Move(const QMouseEvent& event);
   void Release(const QMouseEvent& event);
   bool Wheel(const QWheelEvent& event);
   bool Key(const QKeyEvent& event);
   void BringKey(const QKeyEvent& event);
   Control* Previewer() const;
-  void Point(const Control::PointerEvent& handler, int button, const QMouseEvent& event);
+  void Point(const Control::PointerEvent& handler, Qt::MouseButtons buttons, Qt::KeyboardModifiers modifiers);
   Single Across(double pixel) const;
   bool IsPassedOn() const;
 
   Control& control_;
   QPointer<QWidget> widget_;
+  /// The buttons that were pressed here and not let go since.
+  Qt::MouseButtons held_;
+  /// Where the pointer was last, in pixels of the widget.
+  QPointF pointer_;
   /// The press that the coming release may end as a click.
   bool clicking_ = false;
 };
