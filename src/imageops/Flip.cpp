@@ -19,7 +19,7 @@ void FlipColumns(const Bitmap::Rows& rows, int width, int height) {
 
 /// In place: a second layer to copy through would cost more than the flip.
 void FlipLiveLayer(Flip flip) {
-  ImageDocument* document = ActiveDocument();
+  ImageDocument* document = DocumentAtRest();
   if (!document) return;
   PictureSurface& layer = document->LiveLayer();
   flip(layer.WritableRows(), layer.ScaleWidth(), layer.ScaleHeight());

@@ -5,7 +5,7 @@
 namespace zelvane {
 
 void InvertImage_Click() {
-  ImageDocument* document = ActiveDocument();
+  ImageDocument* document = DocumentAtRest();
   if (!document) return;
   TakeUndoSnapshot(*document);
   PictureSurface& layer = document->LiveLayer();

@@ -17,7 +17,7 @@ void TakeUndoSnapshot(ImageDocument& document) {
 }
 
 void Undo_Click() {
-  ImageDocument* document = ActiveDocument();
+  ImageDocument* document = DocumentAtRest();
   if (!document) return;
   document->LiveLayer().ExchangePixels(document->Undo);
   RefreshPaintArea(document->Buffer);

@@ -11,7 +11,7 @@ void TakeUndoSnapshot(ImageDocument& document, const PictureSurface& layer);
 
 /// Exchanges the snapshot with the live layer of the active document and shows it, so a second call takes the
 /// change back in. Where the sizes differ, the part that both have at the top left is exchanged. `Dirty`
-/// stays.
+/// stays. While a stroke runs it does nothing.
 void Undo_Click();
 
 }  // namespace zelvane

@@ -7,11 +7,6 @@
 namespace zelvane {
 namespace {
 
-ImageDocument* DocumentAtRest() {
-  ImageDocument* document = ActiveDocument();
-  return document && !document->Down ? document : nullptr;
-}
-
 void SelectAll(ImageDocument& document) {
   LiftSelection(document, document.Buffer.Image().Bounds());
 }

@@ -123,7 +123,7 @@ void Effect_Click(int16_t Index) {
 
 /// The picture is scaled as it is seen, with what floats over it.
 void ImageSize_Click() {
-  if (!ActiveDocument()) return;
+  if (!DocumentAtRest()) return;
   frmSize->OnScaling = DropSelection;
   MainForm->SetEnabled(false);
   frmSize->ShowSize();

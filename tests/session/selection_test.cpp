@@ -11,6 +11,8 @@
 
 #include "colour/ColorPanel.h"
 #include "document/window/OpenPicture.h"
+#include "imageops/Flip.h"
+#include "imageops/InvertImage.h"
 #include "imageops/Undo.h"
 #include "selection/SelectionCommands.h"
 #include "selection/clipboard/Paste.h"
@@ -102,8 +104,9 @@ class Selection : public Session {
     Press(unit(from.x()), unit(from.y()));
     MoveTo(unit((from.x() + to.x()) / 2), unit((from.y() + to.y()) / 2));
     MoveTo(unit(to.x()), unit(to.y()));
-    // A marquee that is still being drawn has lifted nothing to exchange, or that it would follow.
-    if (tool == kSelectAreaTool) Undo_Click(), Document().RealignZoom(-1, -1);
+    for (const auto command : {Undo_Click, FlipVertical_Click, InvertImage_Click}) command();  // in vain
+    // A marquee that is still being drawn has lifted nothing that it would follow.
+    if (tool == kSelectAreaTool) Document().RealignZoom(-1, -1);
     Release(unit(to.x()), unit(to.y()));
   }
   void Select(const QRect& area) {

@@ -87,6 +87,11 @@ ImageDocument* ActiveDocument() {
   return main ? dynamic_cast<ImageDocument*>(main->ActiveForm()) : nullptr;
 }
 
+ImageDocument* DocumentAtRest() {
+  ImageDocument* document = ActiveDocument();
+  return document && !document->Down ? document : nullptr;
+}
+
 ImageDocument& DocumentOf(PictureSurface& layer) {
   return dynamic_cast<ImageDocument&>(*layer.Parent());
 }

@@ -107,6 +107,9 @@ class ImageDocument : public MdiChild {
 
 /// The document whose window is the main window's active child, null without one.
 ImageDocument* ActiveDocument();
+/// The same, but null while a stroke runs on it, for commands: what they did in its middle, or what was there
+/// before it, couldn't be had back.
+ImageDocument* DocumentAtRest();
 /// The document that a layer belongs to.
 ImageDocument& DocumentOf(PictureSurface& layer);
 

@@ -43,8 +43,8 @@ void Paste(ImageDocument& document, Bitmap picture) {
 }  // namespace
 
 void Paste_Click() {
-  ImageDocument* document = ActiveDocument();
-  if (!document || document->Down || !Clipboard::HasBitmap()) return;
+  ImageDocument* document = DocumentAtRest();
+  if (!document || !Clipboard::HasBitmap()) return;
   RefreshPaintArea(document->Buffer);
   Take([document](Bitmap picture) { Paste(*document, std::move(picture)); });
 }
