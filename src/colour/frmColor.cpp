@@ -53,7 +53,7 @@ ColorDialog::ColorDialog()
       OldColor(Picture1, "OldColor") {
   for (const char* name : {"Red:", "Green:", "Blue:"}) {
     lblNames.Add(*this, "lblName", name);
-    lblRGB.Add(*this, "lblRGB", "0").SetAccessibleName(name);
+    lblRGB.Add(*this, "lblRGB", "0");
   }
   for (const char* caption : {"Cancel", "&OK"}) Command1.Add(*this, "Command1", caption);
   Form_Load();
@@ -224,7 +224,10 @@ void ColorDialog::Preview(Color picked) {
 void ColorDialog::ShowNumbers(Color color) {
   const Channels split = Split(color);
   const int values[kChannelCount] = {split.red, split.green, split.blue};
-  for (int i = 0; i < kChannelCount; ++i) lblRGB[i].SetCaption(std::to_string(values[i]));
+  for (int i = 0; i < kChannelCount; ++i) {
+    lblRGB[i].SetCaption(std::to_string(values[i]));
+    lblRGB[i].SetAccessibleName(lblNames[i].Caption() + ' ' + lblRGB[i].Caption());
+  }
 }
 
 void ColorDialog::MovePick(int16_t KeyCode, int16_t Shift) {
