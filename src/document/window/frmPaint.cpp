@@ -50,10 +50,9 @@ frmPaint::frmPaint() : EdgeTimer(kEdgeInterval) {
     PaintArea_MouseDown(Button, X, Y);
     if (Button == kMiddleButton) Scroller.Grab();
   };
-  PaintArea.OnMouseMove = [this](int16_t Held, int16_t, Single X, Single Y) {
+  PaintArea.OnMouseMove = [this](int16_t, int16_t, Single X, Single Y) {
     pointer_inside_ = true;
     Scroller.PutPointer(X, Y);
-    if (!(Held & kMiddleButton)) Scroller.LetGo();
     Scroller.Drag();
     PaintArea_MouseMove(Scroller.PointerX(), Scroller.PointerY());
     EdgeTimer.SetEnabled(Down && Scroller.IsPointerBeyondView());

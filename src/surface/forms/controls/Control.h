@@ -137,8 +137,9 @@ class Control {
   using PointerEvent = std::function<void(int16_t Button, int16_t Shift, Single X, Single Y)>;
   using KeyEvent = std::function<void(int16_t KeyCode, int16_t Shift)>;
   /// Positions are in the control's own unit, from the corner of its inside: the whole logical pixel plus
-  /// 0.49. After a press the moves and the release come here too, wherever the pointer is. A second press of
-  /// a double click is a press where there is no `OnDblClick`.
+  /// 0.49. After a press the moves and the release come here too, wherever the pointer is; a release that
+  /// another window got comes before the next move. A second press of a double click is a press where there
+  /// is no `OnDblClick`.
   PointerEvent OnMouseDown, OnMouseMove, OnMouseUp;
   std::function<void()> OnClick, OnDblClick;
   /// The pointer has left the control.
