@@ -3,6 +3,7 @@
 #include "colour/ColorBars.h"
 #include "document/window/OpenPicture.h"
 #include "shell/BuildInterface.h"
+#include "shell/HandOver.h"
 #include "shell/Logo.h"
 #include "shell/MainForm.h"
 #include "shell/MenuEvents.h"
@@ -78,6 +79,7 @@ void MDIForm_Load() {
   MainForm->CmdTimer.SetEnabled(true);
   ShowAndPaint();
   if (MainForm.IsLoaded()) Attempt([] { frmMonitor->Form_Activate(); });
+  OpenHandedOver();
 }
 
 }  // namespace zelvane

@@ -1,5 +1,6 @@
 #include "shell/Main.h"
 
+#include "shell/HandOver.h"
 #include "shell/LoadMainForm.h"
 #include "shell/Logo.h"
 #include "shell/state/Settings.h"
@@ -52,12 +53,13 @@ bool IsNTPlatform() {
 StartResult Main(const std::string& tail) {
   SurviveFileSizeLimit();
   State.CommandLine = PathFromCommandLine(tail);
-  WriteSetting("CommandLine2", State.CommandLine);
+  if (ThisInstance.IsFirst()) WriteSetting("CommandLine2", State.CommandLine);
   State.FileTypeNames = {"", "GIF", "JPEG", "PNG", "BMP"};
   State.AccentColor = RGB(192, 192, 192);
   State.PicFormatObject = std::make_unique<PicFormat32>();
   State.IsNT = IsNTPlatform();
   if (!State.CommandLine.empty()) ReadAhead(State.CommandLine);
+  ListenToStarts();
   ChangeFolder(ApplicationFolder());
   State.ZelvaneFolder = ReadSetting("ZelvaneFolder", DefaultFolder());
   FindSiblings();

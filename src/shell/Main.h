@@ -7,9 +7,8 @@ namespace zelvane {
 
 /// How a start ended; the exit status of a program that goes no further.
 enum class StartResult : int {
-  Running = 0,     ///< the main window is up
-  Failed = 1,      ///< the program can't run
-  HandedOver = 2,  ///< another instance runs already, and has been given the picture
+  Running = 0,  ///< the main window is up
+  Failed = 1,   ///< the program can't run
 };
 
 /// Prepares the program's state and shows the main window with the picture that `tail`, the whole command

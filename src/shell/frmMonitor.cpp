@@ -1,6 +1,7 @@
 #include "shell/frmMonitor.h"
 
 #include "document/window/OpenPicture.h"
+#include "shell/HandOver.h"
 #include "shell/MainForm.h"
 #include "shell/state/RecentFiles.h"
 #include "shell/state/Settings.h"
@@ -14,15 +15,19 @@ MonitorWindow::MonitorWindow() : Form("frmMonitor") {
 }
 
 void MonitorWindow::Form_Activate() {
-  State.CommandLine = ReadSetting("CommandLine2", "");
+  if (ThisInstance.IsFirst()) State.CommandLine = ReadSetting("CommandLine2", "");
   if (!State.CommandLine.empty()) {
     if (MainForm->WindowState() == kMinimised) MainForm->SetWindowState(kNormal);
-    Attempt([] { OpenPicture(State.CommandLine); });
+    Attempt([this] { OpenCommandLineFile(); });
     AddToRecentList(State.CommandLine);
     State.CommandLine.clear();
-    WriteSetting("CommandLine2", "");
+    if (ThisInstance.IsFirst()) WriteSetting("CommandLine2", "");
   }
   MainForm->Show();
+}
+
+void MonitorWindow::OpenCommandLineFile() {
+  OpenPicture(State.CommandLine);
 }
 
 }  // namespace zelvane

@@ -136,7 +136,11 @@ class Desk:
 
     def start(self, *arguments):
         """The program, started in the desk's folder, once its main window can be used."""
-        self.programs.append(Program(self, arguments))
+        return self.adopt(self.spawn([sys.argv[1], *arguments], cwd=self.folder))
+
+    def adopt(self, process):
+        """The program that a process has been started for, once its main window can be used."""
+        self.programs.append(Program(self, process))
         return self.programs[-1]
 
     def open_picture(self, name, picture):
@@ -145,6 +149,10 @@ class Desk:
         picture.write(path)
         program = self.start(path)
         return path, program, Sheet(self, program, f"{path} - 100%", picture)
+
+    def shows(self, name):
+        """Whether any program shows a control of that name."""
+        return any(control.name() == name for _, control in Control(Atspi.get_desktop(0)).renewed().tree())
 
     # The hand.
 
@@ -178,9 +186,9 @@ class Desk:
 
 
 class Program:
-    def __init__(self, desk, arguments):
+    def __init__(self, desk, process):
         self.desk = desk
-        self.process = desk.spawn([sys.argv[1], *arguments], cwd=desk.folder)
+        self.process = process
         self.root = wait_for("the program's main window", self._registered)
         wait_for("the main window in front", self.in_front)
 
