@@ -1,8 +1,8 @@
 #include <QGuiApplication>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 
+#include "Whole.h"
 #include "surface/system/metafiles/Metafile.h"
 
 /// The fonts come from the toolkit's application.
@@ -18,12 +18,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   constexpr zelvane::SizeLimit kLimit{1 << 16};  // pixels; larger ones only cost time
   if (!zelvane::LooksLikeMetafile({data, size})) return 0;
   const auto picture = zelvane::DecodeMetafile({data, size}, kLimit);
-  if (!picture) return 0;
-  if (!kLimit.Admits(picture->Width(), picture->Height())) std::abort();
-  for (int y = 0; y < picture->Height(); ++y) {
-    for (int x = 0; x < picture->Width(); ++x) {
-      if (picture->Row(y)[x] >> 24 != 0xFF) std::abort();
-    }
-  }
+  if (picture) zelvane::ExpectWhole(*picture, kLimit);
   return 0;
 }

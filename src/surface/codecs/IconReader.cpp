@@ -2,15 +2,12 @@
 
 #include "surface/codecs/Dib.h"
 #include "surface/codecs/Flatten.h"
+#include "surface/codecs/IconImage.h"
 #include "surface/codecs/PictureDecoder.h"
 
 namespace zelvane {
 
 namespace {
-
-bool IsPng(ByteView picture) {
-  return picture.StartsWith("\x89PNG\r\n\x1A\n", 8);
-}
 
 /// What one picture of the icon is worth: its area, then its depth.
 using Worth = std::tuple<double, uint32_t>;
@@ -23,28 +20,6 @@ Worth WorthOf(ByteView picture) {
   const auto header = ReadDibHeader(picture);
   if (!header) return {0, 0};
   return {static_cast<double>(header->width) * static_cast<double>(header->height / 2), header->depth};
-}
-
-bool HasOpacity(const Bitmap& bitmap) {
-  for (int y = 0; y < bitmap.Height(); ++y) {
-    for (int x = 0; x < bitmap.Width(); ++x) {
-      if (bitmap.Row(y)[x] >> 24 != 0) return true;
-    }
-  }
-  return false;
-}
-
-/// Makes the pixels clear that the mask, rows of bits from the bottom, has set.
-void ApplyMask(Bitmap& bitmap, ByteView mask) {
-  const uint64_t stride = (static_cast<uint64_t>(bitmap.Width()) + 31) / 32 * 4;
-  for (int y = 0; y < bitmap.Height(); ++y) {
-    const ByteView bits = mask.From(stride * static_cast<uint64_t>(bitmap.Height() - 1 - y));
-    Pixel* row = bitmap.WritableRow(y);
-    for (uint32_t x = 0; x < static_cast<uint32_t>(bitmap.Width()); ++x) {
-      const bool clear = bits.At(x / 8) >> (7 - x % 8) & 1;
-      row[x] = clear ? 0 : row[x] | 0xFF000000u;
-    }
-  }
 }
 
 /// What is written as an icon has 32 pixels a side at most, and its first pixel's colour stands for clear.
@@ -61,24 +36,10 @@ bool IsWrittenAlike(const Bitmap& bitmap) {
   return true;
 }
 
-/// A bitmap of twice the height: the colours, above them a mask. Opacity in the colours counts more than the
-/// mask, but for old writers that leave it at zero everywhere.
-std::optional<DecodedPicture> DecodeEntry(ByteView picture, SizeLimit limit, ReadingWatch& watch) {
-  auto header = ReadDibHeader(picture);
-  if (!header) return std::nullopt;
-  header->height /= 2;
-  if (!limit.Admits(header->width, header->height) || header->top_down) return std::nullopt;
-  if (header->depth == 32) header->masks[3] = 0xFF000000u;
-  const ByteView data = picture.From(header->end);
-  auto bitmap = ReadDibPixels(*header, data, watch);
+std::optional<DecodedPicture> DecodeOnWhite(ByteView picture, SizeLimit limit, ReadingWatch& watch) {
+  if (IsPng(picture)) return DecodePng(picture, limit, watch);
+  auto bitmap = DecodeIconImage(picture, limit, watch);
   if (!bitmap) return std::nullopt;
-  if (header->depth < 32 || !HasOpacity(*bitmap)) {
-    const auto rows = static_cast<uint64_t>(header->height);
-    const uint64_t mask_stride = (static_cast<uint64_t>(header->width) + 31) / 32 * 4;
-    const uint64_t mask_at = header->Stride() * rows;
-    if (!data.Has(mask_at, mask_stride * rows)) return std::nullopt;
-    ApplyMask(*bitmap, data.From(mask_at));
-  }
   const WrittenKind kind = IsWrittenAlike(*bitmap) ? WrittenKind::Icon : WrittenKind::None;
   FlattenOnWhite(*bitmap);
   return DecodedPicture(std::move(*bitmap), kind);
@@ -103,7 +64,7 @@ std::optional<DecodedPicture> DecodeIcon(ByteView bytes, SizeLimit limit, Readin
     }
   }
   if (best.Size() == 0) return std::nullopt;
-  auto picture = IsPng(best) ? DecodePng(best, limit, watch) : DecodeEntry(best, limit, watch);
+  auto picture = DecodeOnWhite(best, limit, watch);
   if (picture && count > 1) picture->whole_as = WrittenKind::None;
   return picture;
 }

@@ -6,6 +6,7 @@
 
 #include "surface/codecs/ColourProfile.h"
 #include "surface/codecs/Flatten.h"
+#include "surface/codecs/IconImage.h"
 #include "surface/codecs/Orientation.h"
 #include "surface/codecs/PictureDecoder.h"
 #include "surface/codecs/PngChunks.h"
@@ -15,12 +16,15 @@ namespace zelvane {
 
 namespace {
 
+/// What becomes of opacity.
+enum class Clear : uint8_t { OnWhite, Kept };
+
 /// One run of the library, which leaves `Read` by a long jump where data is damaged: so everything that has
 /// to be destroyed lives in this object.
 class PngRun {
  public:
-  PngRun(ByteView bytes, ByteView profile, Bitmap& bitmap, ReadingWatch& watch)
-      : bytes_(bytes), profile_(profile), bitmap_(bitmap), watch_(watch) {
+  PngRun(ByteView bytes, ByteView profile, Clear clear, Bitmap& bitmap, ReadingWatch& watch)
+      : bytes_(bytes), profile_(profile), is_kept_(clear == Clear::Kept), bitmap_(bitmap), watch_(watch) {
     png_ = png_create_read_struct(PNG_LIBPNG_VER_STRING, nullptr, OnError, OnWarning);
     info_ = png_ ? png_create_info_struct(png_) : nullptr;
   }
@@ -60,7 +64,7 @@ class PngRun {
     clear_ = (png_get_color_type(png_, info_) & PNG_COLOR_MASK_ALPHA) != 0 ||
              png_get_valid(png_, info_, PNG_INFO_tRNS) != 0;
     const bool sixteen = png_get_bit_depth(png_, info_) == 16;
-    deep_ = sixteen && (clear_ || profile_.Size() > 0);
+    deep_ = sixteen && !is_kept_ && (clear_ || profile_.Size() > 0);
     colours_ = ColourProfile(profile_, deep_ ? RowForm::Deep : RowForm::Pixels);
     png_set_expand(png_);
     png_set_gray_to_rgb(png_);
@@ -107,7 +111,7 @@ class PngRun {
     colours_.Apply(read, width);
     if (deep_) {
       FinishDeep(row, width);
-    } else if (clear_) {
+    } else if (clear_ && !is_kept_) {
       FlattenOnWhite(row, width);
     }
   }
@@ -120,6 +124,7 @@ class PngRun {
   static constexpr size_t kChannels = 4;
   ByteView bytes_, profile_;
   ColourProfile colours_;
+  bool is_kept_;
   Bitmap& bitmap_;
   ReadingWatch& watch_;
   uint64_t at_ = 0;
@@ -141,9 +146,7 @@ bool CanFill(const std::vector<Chunk>& chunks, ByteView header) {
   return packed * kMostGrowth >= bits / 8;
 }
 
-}  // namespace
-
-std::optional<DecodedPicture> DecodePng(ByteView bytes, SizeLimit limit, ReadingWatch& watch) {
+std::optional<Bitmap> Decode(ByteView bytes, Clear clear, SizeLimit limit, ReadingWatch& watch) {
   const std::vector<Chunk> chunks = ChunksOf(bytes, ChunkName("IEND"));
   if (chunks.empty() || chunks.front().name != ChunkName("IHDR")) return std::nullopt;
   const ByteView header = chunks.front().data;
@@ -151,8 +154,18 @@ std::optional<DecodedPicture> DecodePng(ByteView bytes, SizeLimit limit, Reading
   if (!limit.Admits(width, height) || !CanFill(chunks, header)) return std::nullopt;
   Bitmap bitmap = Bitmap::Uninitialised(static_cast<int>(width), static_cast<int>(height));
   const std::vector<unsigned char> profile = PngProfile(chunks);
-  if (!PngRun(bytes, {profile.data(), profile.size()}, bitmap, watch).Read()) return std::nullopt;
+  if (!PngRun(bytes, {profile.data(), profile.size()}, clear, bitmap, watch).Read()) return std::nullopt;
   return Oriented(std::move(bitmap), PngOrientation(chunks));
+}
+
+}  // namespace
+
+std::optional<DecodedPicture> DecodePng(ByteView bytes, SizeLimit limit, ReadingWatch& watch) {
+  return Decode(bytes, Clear::OnWhite, limit, watch);
+}
+
+std::optional<Bitmap> DecodeSeeThroughPng(ByteView bytes, SizeLimit limit, ReadingWatch& watch) {
+  return Decode(bytes, Clear::Kept, limit, watch);
 }
 
 }  // namespace zelvane

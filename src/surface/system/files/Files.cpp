@@ -13,8 +13,10 @@
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
+#include <memory>
 #include <sstream>
 
+#include "surface/system/files/Descriptor.h"
 #include "surface/system/files/SafeFile.h"
 #include "surface/system/text/QtText.h"
 
@@ -95,17 +97,23 @@ bool RenameFile(const std::string& from, const std::string& to) {
   return ::rename(from.c_str(), to.c_str()) == 0;
 }
 
-std::vector<unsigned char> FileStart(const std::string& path, size_t count) {
+RangeReader RangesOf(const std::string& path) {
   // A pipe without a writer would block an ordinary open.
-  const int file = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
-  if (file < 0) return {};
-  std::vector<unsigned char> bytes(count);
+  const auto file =
+      std::make_shared<Descriptor>(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
   struct stat found = {};
-  const bool is_file = ::fstat(file, &found) == 0 && S_ISREG(found.st_mode);
-  const ssize_t got = is_file ? ::pread(file, bytes.data(), count, 0) : 0;
-  ::close(file);
-  bytes.resize(got > 0 ? static_cast<size_t>(got) : 0);
-  return bytes;
+  const bool is_file = file->IsOpen() && ::fstat(file->Get(), &found) == 0 && S_ISREG(found.st_mode);
+  const uint64_t size = is_file ? static_cast<uint64_t>(found.st_size) : 0;
+  return [file, size](uint64_t at, size_t count) {
+    std::vector<unsigned char> bytes(at < size ? std::min<uint64_t>(count, size - at) : 0);
+    const ssize_t got = ::pread(file->Get(), bytes.data(), bytes.size(), static_cast<off_t>(at));
+    bytes.resize(got > 0 ? static_cast<size_t>(got) : 0);
+    return bytes;
+  };
+}
+
+std::vector<unsigned char> FileStart(const std::string& path, size_t count) {
+  return RangesOf(path)(0, count);
 }
 
 std::vector<std::string> FilesIn(const std::string& folder, const std::string& patterns) {

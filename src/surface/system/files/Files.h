@@ -7,6 +7,8 @@
 #include <utility>
 #include <vector>
 
+#include "surface/codecs/RangeReader.h"
+
 /// Files, folders and where they are. Paths are UTF-8.
 namespace zelvane {
 
@@ -18,6 +20,8 @@ bool IsExecutable(const std::string& path);
 bool DeleteFile(const std::string& path);
 bool RenameFile(const std::string& from, const std::string& to);
 
+/// Reads pieces of a regular file, which stays open as long as the reader does; no bytes of any other.
+RangeReader RangesOf(const std::string& path);
 /// The first bytes of a regular file, `count` at most; none where it can't be read.
 std::vector<unsigned char> FileStart(const std::string& path, size_t count);
 
