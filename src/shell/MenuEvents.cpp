@@ -3,6 +3,7 @@
 #include "document/window/OpenPicture.h"
 #include "document/window/SavePicture.h"
 #include "document/window/frmNew.h"
+#include "files/icons/IconExtractor.h"
 #include "imageops/Flip.h"
 #include "imageops/Greyscale.h"
 #include "imageops/InvertImage.h"
@@ -59,6 +60,7 @@ void WireMenus(MainMenu& menu) {
   menu.NewImage.OnClick = NewImage_Click;
   menu.FileOpen.OnClick = FileOpen_Click;
   menu.Close.OnClick = Close_Click;
+  menu.mnuIcon.OnClick = mnuIcon_Click;
   menu.Save.OnClick = Save_Click;
   menu.SaveAs.OnClick = SaveAs_Click;
   menu.Manager.OnClick = Manager_Click;
@@ -147,6 +149,10 @@ void FileOpen_Click() {
 
 void Close_Click() {
   if (ImageDocument* document = ActiveDocument()) document->Unload();
+}
+
+void mnuIcon_Click() {
+  IconExtractor->Show();
 }
 
 void PasteSpecial_Click() {

@@ -19,6 +19,7 @@ void Effects_Click();
 void NewImage_Click();
 void FileOpen_Click();
 void Close_Click();
+void mnuIcon_Click();
 void PasteSpecial_Click();
 void Effect_Click(int16_t Index);
 void ImageSize_Click();
