@@ -3,6 +3,7 @@
 #include "shell/HandOver.h"
 #include "shell/LoadMainForm.h"
 #include "shell/Logo.h"
+#include "shell/state/DataFile.h"
 #include "shell/state/Settings.h"
 #include "shell/state/State.h"
 #include "surface/forms/windows/EventLoop.h"
@@ -29,6 +30,12 @@ std::string DefaultFolder() {
 std::string FetchTempPath() {
   constexpr size_t kRoom = 64;
   return TemporaryFolder().size() < kRoom ? OwnTemporaryFolder() : std::string();
+}
+
+/// Unlike the messages that come later, it doesn't hold the start up.
+void TellDataFile() {
+  Logo->Message.SetCaption("PLEASE WAIT... Opening data file");
+  Logo->Message.Update();
 }
 
 void ShowSplash() {
@@ -66,6 +73,8 @@ StartResult Main(const std::string& tail) {
   State.ShowSplash =
       ReadNumber("ShowSplashScreen", 1) == 1.0 && State.SabriqueWindow == 0 && State.KorvathWindow == 0;
   if (State.ShowSplash) Attempt(ShowSplash);
+  if (State.ShowSplash && Logo.IsLoaded()) TellDataFile();
+  if (!OpenDataFile()) return StartResult::Failed;
   State.TempPath = FetchTempPath();
   return Attempt(MDIForm_Load) ? StartResult::Running : StartResult::Failed;
 }

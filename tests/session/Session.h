@@ -15,7 +15,7 @@
 #include "shell/state/State.h"
 #include "surface/forms/windows/Menu.h"
 
-/// A run of the whole program with an empty store of settings, driven by real events.
+/// A run of the whole program with no settings and a new data file, driven by real events.
 class Session : public testing::Test {
  protected:
   Session();

@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 
+#include "components/DataStore.h"
 #include "components/PicFormat32.h"
 #include "surface/raster/Color.h"
 
@@ -56,6 +57,11 @@ struct ApplicationState {
   uint64_t KorvathWindow = 0;   ///< the sibling's window, 0 when it isn't running
   uint64_t SabriqueWindow = 0;  ///< the other sibling's
   std::unique_ptr<PicFormat32> PicFormatObject;
+
+  // The data file
+  std::unique_ptr<DataStore> DataConnection;  ///< null until it's open
+  std::string DataFilePath, DataTempPath;     ///< the file, and the name that it's written anew under
+  std::string DataPassword;
 
   // Windows
   int32_t TitleBarHeight = 0;                       ///< twips

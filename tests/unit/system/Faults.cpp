@@ -40,19 +40,28 @@ using zelvane::test::faults, zelvane::test::Fails, zelvane::test::Refuses;
   }
 
 FAILING(ssize_t, write, (int file, const void* bytes, size_t count), (file, bytes, count))
+FAILING(ssize_t, pwrite64, (int file, const void* bytes, size_t count, off_t at), (file, bytes, count, at))
 FAILING(ssize_t, pread, (int file, void* bytes, size_t count, off_t at), (file, bytes, count, at))
 FAILING(int, ftruncate, (int file, off_t size), (file, size))
+FAILING(int, ftruncate64, (int file, off_t size), (file, size))
 FAILING(int, fallocate, (int file, int how, off_t at, off_t size), (file, how, at, size))
 FAILING(int, dup, (int file), (file))
 FAILING(int, fchmod, (int file, mode_t mode), (file, mode))
 FAILING(int, fchown, (int file, uid_t owner, gid_t group), (file, owner, group))
 FAILING(int, fsetxattr, (int file, const char* name, const void* value, size_t size, int how),
         (file, name, value, size, how))
+FAILING(int, unlink, (const char* name), (name))
+FAILING(int, link, (const char* from, const char* to), (from, to))
+FAILING(int, rename, (const char* from, const char* to), (from, to))
 FAILING(int, renameat, (int from, const char* name, int to, const char* next), (from, name, to, next))
 FAILING(int, renameat2, (int from, const char* name, int to, const char* next, unsigned how),
         (from, name, to, next, how))
 
 extern "C" int fsync(int) {  // the tests don't wait for the disk
+  return Fails() ? -1 : 0;
+}
+
+extern "C" int fdatasync(int) {
   return Fails() ? -1 : 0;
 }
 

@@ -148,6 +148,11 @@ std::string HomeFolder() {
   return home && home[0] == '/' ? WithoutEndSeparator(home) : "/";
 }
 
+std::string UserDataFolder() {
+  const char* named = std::getenv("XDG_DATA_HOME");
+  return named && named[0] == '/' ? WithoutEndSeparator(named) : JoinPath(HomeFolder(), ".local/share");
+}
+
 std::string TemporaryFolder() {
   std::error_code error;
   const std::string folder = fs::temp_directory_path(error).string();
@@ -164,6 +169,24 @@ bool MakeOwnFolder(const std::string& folder) {
   struct stat found = {};
   const bool ours = file.IsOpen() && ::fstat(file.Get(), &found) == 0 && found.st_uid == ::geteuid();
   return ours && ((found.st_mode & kOthers) == 0 || ::fchmod(file.Get(), kOwnerOnly) == 0);
+}
+
+bool MakeFolderWith(const std::string& folder, const std::string& name,
+                    const std::vector<unsigned char>& bytes) {
+  std::error_code error;
+  if (fs::exists(fs::symlink_status(folder, error))) return false;
+  const std::string parent = FolderOf(folder);
+  fs::create_directories(parent, error);
+  std::string draft = folder + "-XXXXXX";
+  if (!::mkdtemp(draft.data())) return false;
+  const std::string file = JoinPath(draft, name);
+  if (WriteFileSafely(file, bytes).Done() && RenameFile(draft, folder)) {
+    Sync(OpenFolder(parent).Get());
+    return true;
+  }
+  DeleteFile(file);
+  ::rmdir(draft.c_str());
+  return false;
 }
 
 std::string OwnTemporaryFolder() {

@@ -36,12 +36,18 @@ std::string CurrentFolder();
 bool ChangeFolder(const std::string& folder);
 /// The user's own folder, the root where there is none.
 std::string HomeFolder();
+/// The user's own folder for what programs keep.
+std::string UserDataFolder();
 /// The system's folder for temporary files, with its separator at the end.
 std::string TemporaryFolder();
 /// Makes sure that the folder is this user's and nobody else may enter it; makes it where there is none.
 bool MakeOwnFolder(const std::string& folder);
-/// A folder within it that is this user's alone, with its separator at the end; empty where there can't be
-/// one.
+/// Makes a folder, and those that it lies in, with one file in it: all of it or nothing, on the disk. False
+/// too where something of that name is there.
+bool MakeFolderWith(const std::string& folder, const std::string& name,
+                    const std::vector<unsigned char>& bytes);
+/// A folder within the temporary one that is this user's alone, with its separator at the end; empty where
+/// there can't be one.
 std::string OwnTemporaryFolder();
 /// Against the current folder; an empty path stays empty. What leads through ".." stays as it is, since a
 /// link may stand before it.

@@ -1,0 +1,70 @@
+#include "shell/state/DataFile.h"
+
+#include <string>
+#include <vector>
+
+#include "shell/state/State.h"
+#include "surface/system/files/Files.h"
+#include "surface/system/files/Folders.h"
+#include "ui/MsgBox.h"
+
+namespace zelvane {
+namespace {
+
+constexpr char kDataFile[] = "Korvath.KVD", kDraft[] = "KorvathTemp.KVD";
+constexpr char kUserFolder[] = "Korvath", kTemplateFolder[] = "Template";
+
+/// A folder that is there without the file is left alone: the person may have moved the file.
+void MakeUserFolder(const std::string& folder) {
+  if (IsFolder(folder)) return;
+  constexpr size_t kLargest = size_t{1} << 24;  // bytes of a template
+  const std::string standard = JoinPath(JoinPath(ApplicationFolder(), kTemplateFolder), kDataFile);
+  const std::vector<unsigned char> bytes = FileStart(standard, kLargest);
+  if (!bytes.empty()) MakeFolderWith(folder, kDataFile, bytes);
+}
+
+std::string DataFolder() {
+  const std::string beside = ApplicationFolder();
+  if (FileExists(JoinPath(beside, kDataFile))) return beside;
+  std::string own = JoinPath(UserDataFolder(), kUserFolder);
+  MakeUserFolder(own);
+  return own;
+}
+
+bool Open() {
+  State.DataConnection = DataStore::Open(State.DataFilePath, State.DataPassword);
+  return State.DataConnection != nullptr;
+}
+
+/// What can't be read any more would otherwise be missed without a word.
+bool Repair() {
+  const auto kept = RepairDataFile(State.DataFilePath, State.DataTempPath, State.DataPassword);
+  if (!Open()) return false;
+  if (!kept) return true;
+  MsgBox(
+      "The Korvath data file was damaged. What could be read of it is in use again.\r\n"
+      "The damaged file is kept as \"" +
+          NameOf(*kept) + "\" in the same folder.",
+      kOkOnly + kExclamationIcon);
+  return true;
+}
+
+}  // namespace
+
+bool OpenDataFile() {
+  const std::string folder = DataFolder();
+  State.DataFilePath = JoinPath(folder, kDataFile);
+  State.DataTempPath = JoinPath(folder, kDraft);
+  State.DataPassword = kDataPassword;
+  if (FileExists(State.DataFilePath) && (Open() || Repair())) return true;
+  MsgBox("The Korvath data file is missing or corrupted!", kOkOnly + kStopIcon);
+  return false;
+}
+
+void CloseDataFile() {
+  State.DataConnection.reset();
+  if (FileExists(State.DataTempPath)) DeleteFile(State.DataTempPath);
+  CompactDataFile(State.DataFilePath, State.DataTempPath, State.DataPassword);
+}
+
+}  // namespace zelvane
