@@ -6,6 +6,7 @@
 
 #include "colour/ColorBars.h"
 #include "colour/ColorFields.h"
+#include "colour/SwatchPanel.h"
 #include "document/layers/ImageDocument.h"
 #include "shell/state/State.h"
 #include "surface/forms/windows/MdiForm.h"
@@ -121,7 +122,7 @@ void ColorDialog::LayOut() {
 void ColorDialog::PlaceColorDialog() {
   const MdiForm* main = MdiForm::Main();
   if (!main) return;
-  const double below = (ColorPanel->SwatchesBg.Top() + ColorPanel->SwatchesBg.Height()) * kTwipsPerPixel;
+  const double below = SwatchPanel->Picture3.Top() * kTwipsPerPixel;
   double top = RoundHalfEven(below + main->Top() + State.TitleBarHeight + kBelowMenus);
   if (Screen::WorkAreaHeight() < top + Height()) top = Screen::WorkAreaHeight() - Height() - kAboveEdge;
   Move(main->Left() + main->Width() - Width(), static_cast<Single>(top));

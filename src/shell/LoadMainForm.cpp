@@ -1,6 +1,7 @@
 #include "shell/LoadMainForm.h"
 
 #include "colour/ColorBars.h"
+#include "colour/Swatches.h"
 #include "document/window/OpenPicture.h"
 #include "shell/BuildInterface.h"
 #include "shell/HandOver.h"
@@ -68,6 +69,7 @@ void MDIForm_Load() {
   BuildInterface(*MainForm);
   WireWindow(*MainForm);
   SetSplashMessage("Loading Swatches");
+  Attempt(LoadSwatches);
   SelectTool(kCursorTool);
   SelectOption(0);
   SelectOption3(0);

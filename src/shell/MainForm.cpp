@@ -3,9 +3,12 @@
 #include <algorithm>
 
 #include "colour/ColorPanel.h"
+#include "colour/SwatchPanel.h"
+#include "colour/Swatches.h"
 #include "document/layers/InfoPanel.h"
 #include "document/layers/ReadOuts.h"
 #include "imageops/ProgressDisplay.h"
+#include "shell/state/DataFile.h"
 #include "shell/state/Settings.h"
 #include "shell/state/State.h"
 #include "surface/forms/windows/Application.h"
@@ -51,12 +54,14 @@ MainWindow::MainWindow()
   ToolButtons = std::make_unique<ToolButtonControls>(LeftBar);
   ReadOuts = std::make_unique<ReadOutControls>(TopBar);
   ColorPanel = std::make_unique<ColorPanelControls>(RightBar);
+  SwatchPanel = std::make_unique<SwatchPanelControls>(RightBar);
   InfoPanel = std::make_unique<InfoFrameControls>(RightBar);
 }
 
 MainWindow::~MainWindow() {
   frmSelector.reset();
   InfoPanel.reset();
+  SwatchPanel.reset();
   ColorPanel.reset();
   ReadOuts.reset();
   ToolButtons.reset();
@@ -134,6 +139,8 @@ void MainWindow::MDIForm_QueryUnload(bool& Cancel) {
   KeepWindowPlace();
   MessageObject = {};
   State.PicFormatObject.reset();
+  StoreLateSwatches();
+  CloseDataFile();
   EndProgram();
 }
 

@@ -1,6 +1,7 @@
 #include "shell/Wiring.h"
 
 #include "colour/ColorBars.h"
+#include "colour/Swatches.h"
 #include "colour/frmColor.h"
 #include "document/layers/ImageDocument.h"
 #include "document/window/Clear.h"
@@ -66,6 +67,7 @@ void WirePanels(MainWindow& window) {
   WireTools();
   WireSliderKeys(window);
   WireColorPanel();
+  WireSwatchPanel();
   ColorPanel->OnEditColor = [](int16_t Index) { frmColor->Edit(Index); };
 }
 

@@ -1,4 +1,4 @@
-"""The program is started with what is no picture, and left with changed documents."""
+"""The program is started with what is no picture, left with changed documents, and keeps a swatch."""
 
 from desk import Sheet, check, main, wait_for
 from pictures import BLACK, Picture
@@ -44,4 +44,27 @@ def changed_documents(desk):
     desk.expect_picture(second, sheet.picture)
 
 
-main("start_and_leave", half_a_picture, changed_documents)
+def a_swatch_for_the_next_start(desk):
+    picture, colour = Picture.telling_places(200, 150), (200, 30, 0)
+    path, program, _ = desk.open_picture("swatch.bmp", picture)
+    program.enter("Red", "200")
+    program.enter("Green", "30")
+    x, y, width, height = program.find("Add New Swatch").settled().rect()
+    desk.click(x + width // 2, y + height - 8)  # below the swatches that come with the program
+    program.enter("Enter the name for the new swatch:", "Blood orange")
+    program.press("OK")
+    program.find("Blood orange")
+    wait_for("the main window in front", program.in_front)
+    program.key("ctrl+q")
+    program.expect_end()
+
+    program = desk.start(path)
+    sheet = Sheet(desk, program, f"{path} - 100%", picture)
+    program.press("Blood orange")
+    program.press("Pen Tool")
+    sheet.row(10, 60, 20, colour)
+    program.save(path)
+    desk.expect_picture(path, sheet.picture)
+
+
+main("start_and_leave", half_a_picture, changed_documents, a_swatch_for_the_next_start)

@@ -16,9 +16,9 @@ InfoFrameControls::InfoFrameControls(Control& RightBar)
       IBits(InfoFrame, "IBits"),
       iType(InfoFrame, "iType") {
   InfoFrame.SetBackColor(SystemColor::ButtonFace);
-  InfoFrame.Move(2, 132, kInfoWidth, 5 * kRowHeight);
+  InfoFrame.Move(2, 245, kInfoWidth, 5 * kRowHeight);
   Split.SetBackColor(SystemColor::ButtonFace);
-  Split.Move(2, 126, kInfoWidth, 2);
+  Split.Move(2, 239, kInfoWidth, 2);
   lblHeading.Move(8, 0, kInfoWidth - 8, kRowHeight);
   lblHeading.SetFontBold(true);
   Label* const values[] = {&IHeight, &IWidth, &IBits, &iType};

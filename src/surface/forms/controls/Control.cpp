@@ -131,7 +131,10 @@ void Control::Update() {
 }
 
 void Control::SetToolTip(const std::string& text) {
-  if (widget_) widget_->setToolTip(ToQt(text));
+  if (!widget_) return;
+  // A person's text may look like markup, and isn't.
+  const QString plain = ToQt(text);
+  widget_->setToolTip(Qt::mightBeRichText(plain) ? "<qt>" + plain.toHtmlEscaped() + "</qt>" : plain);
 }
 
 void Control::SetAccessibleName(const std::string& name) {

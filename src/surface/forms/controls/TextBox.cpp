@@ -200,6 +200,10 @@ void TextBox::SetAlignment(int16_t alignment) {
   Box(widget_)->setAlignment(across | Qt::AlignVCenter);
 }
 
+void TextBox::SetMaxLength(int length) {
+  if (auto* box = qobject_cast<QLineEdit*>(widget_)) box->setMaxLength(length);
+}
+
 void TextBox::SetLocked(bool locked) {
   locked_ = locked;
   if (widget_) Box(widget_)->setReadOnly(locked);

@@ -28,6 +28,8 @@ class TextBox : public Control {
   void SetSelLength(int length);
   int16_t Alignment() const { return alignment_; }
   void SetAlignment(int16_t alignment);
+  /// How many characters the user can type.
+  void SetMaxLength(int length);
   /// A locked box shows its text and takes no changes by the user.
   bool Locked() const { return locked_; }
   void SetLocked(bool locked);

@@ -1,0 +1,82 @@
+#include "colour/SwatchPanel.h"
+
+#include <algorithm>
+
+#include "surface/forms/controls/Events.h"
+
+namespace zelvane {
+namespace {
+
+constexpr Single kPanelTop = 130, kPanelWidth = 156, kHeadingHeight = 16;  // pixels
+constexpr Single kGridWidth = 121, kGridHeight = 85, kFirstHeight = 21;    // pixels, seven rows of ten
+constexpr Single kBarWidth = 17, kFrame = 2, kBeside = 1;                  // pixels
+constexpr int kPitch = kSwatchSide - 1;
+constexpr size_t kLongestTip = 100;  // bytes
+constexpr char kAddSwatch[] = "Add New Swatch";
+
+/// The whole name, unless it would fill the screen.
+std::string TipOf(const std::string& name) {
+  if (name.size() <= kLongestTip) return name;
+  size_t end = kLongestTip;
+  while (end > 0 && (name[end] & 0xC0) == 0x80) --end;
+  return name.substr(0, end) + "...";
+}
+
+}  // namespace
+
+SwatchTile::SwatchTile(Control& parent, const std::string& name) : PictureSurface(parent, name) {
+  Move(0, 0, kSwatchSide, kSwatchSide);
+  SetFillStyle(kFillTransparent);
+}
+
+void SwatchTile::ShowEntry(int index, const SwatchEntry& entry) {
+  index_ = index;
+  Move(static_cast<Single>(entry.Left), static_cast<Single>(entry.Top));
+  SetBackColor(entry.BackColor);
+  Box(0, 0, kSwatchSide - 1, kSwatchSide - 1, SystemColor::ButtonShadow);
+  Refresh();
+  SetToolTip(TipOf(entry.ToolTipText));
+  SetAccessibleName(TipOf(entry.ToolTipText));
+  SetVisible(true);
+}
+
+SwatchPanelControls::SwatchPanelControls(Control& RightBar)
+    : Picture3(RightBar, "Picture3"),
+      lblHeading(Picture3, "Label1(1)", "Swatches:"),
+      Background(Picture3, "Background", PictureSurface::Frame::Yes),
+      Display(Background, "Display"),
+      SwatchScroll(Display, "SwatchScroll"),
+      ScrollSwatch(Picture3, "ScrollSwatch", ScrollBar::Direction::Vertical) {
+  Picture3.SetBackColor(SystemColor::ButtonFace);
+  Picture3.Move(2, kPanelTop, kPanelWidth, kHeadingHeight + kGridHeight + kFrame);
+  lblHeading.Move(0, 0, kGridWidth, kHeadingHeight);
+  Background.SetBackColor(SystemColor::ButtonFace);
+  Background.Move(0, kHeadingHeight, kGridWidth + kFrame, kGridHeight + kFrame);
+  Display.Move(0, 0, kGridWidth, kSwatchSide);
+  SwatchScroll.Move(0, 0, kGridWidth, kFirstHeight);
+  ScrollSwatch.Move(kGridWidth + kFrame + kBeside, kHeadingHeight, kBarWidth, kGridHeight + kFrame);
+  ScrollSwatch.SetAccessibleName("Swatches");
+  ScrollSwatch.SetEnabled(false);
+  for (Control* free : {static_cast<Control*>(&Background), static_cast<Control*>(&SwatchScroll)}) {
+    free->SetToolTip(kAddSwatch);
+    free->SetAccessibleName(kAddSwatch);
+  }
+}
+
+void SwatchPanelControls::ShowTiles() {
+  const auto top = static_cast<int>(-Display.Top()), bottom = top + static_cast<int>(kGridHeight);
+  const auto in_view = [&](const SwatchEntry& entry) {
+    return entry.Top + kSwatchSide > top && entry.Top < bottom;
+  };
+  // They stand row by row.
+  const auto first = std::partition_point(
+      Swatch.begin(), Swatch.end(), [&](const SwatchEntry& entry) { return entry.Top + kSwatchSide <= top; });
+  int shown = 0;
+  for (auto entry = first; entry != Swatch.end() && in_view(*entry); ++entry, ++shown) {
+    if (shown == Tiles.Count()) FireEvent(OnTileMade, Tiles.Add(Display, "Swatch"));
+    Tiles[shown].ShowEntry(static_cast<int>(entry - Swatch.begin()), *entry);
+  }
+  for (; shown < Tiles.Count(); ++shown) Tiles[shown].SetVisible(false);
+}
+
+}  // namespace zelvane
