@@ -1,5 +1,7 @@
 #include <QApplication>
 #include <QFile>
+#include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QTest>
 
 #include "colour/ColorPanel.h"
@@ -41,6 +43,8 @@ TEST_F(NewImages, AreMadeAsTyped) {
     EXPECT_TRUE(MainForm->Enabled() && !frmNew->Visible());
     EXPECT_TRUE(MainForm->LeftBar.HasFocus());
     const frmPaint& document = Document();
+    const QMdiSubWindow* drawn_active = MainForm->Widget()->findChild<QMdiArea*>()->activeSubWindow();
+    EXPECT_TRUE(drawn_active && drawn_active->isAncestorOf(document.PaintArea.Widget()));
     EXPECT_EQ(document.Caption() + document.Buffer.Tag(), "fish & chips - 100%");
     EXPECT_EQ(Picture(document.Buffer).size(), QSize(7 + i, 5));
     EXPECT_EQ(document.Buffer.Point(6, 4), backgrounds[i]);

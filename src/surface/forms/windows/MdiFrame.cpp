@@ -75,6 +75,22 @@ void MdiFrame::Activated(QMdiSubWindow* window) {
   if (window && !holding_) SetActive(&static_cast<ChildFrame*>(window)->Served());
 }
 
+void MdiFrame::changeEvent(QEvent* event) {
+  QMainWindow::changeEvent(event);
+  if (event->type() == QEvent::ActivationChange && isActiveWindow()) ShowActive();
+}
+
+/// While another window has the keyboard the toolkit leaves a child that becomes the active one as it was.
+/// The keyboard stays with a panel that has got it meanwhile.
+void MdiFrame::ShowActive() {
+  QMdiArea& children = field_->Children();
+  ChildFrame* child = active_ ? active_->engine_->ChildFrame() : nullptr;
+  if (!child || children.activeSubWindow() == child) return;
+  QWidget* const keyboard = focusWidget();
+  children.setActiveSubWindow(child);
+  if (keyboard && !children.isAncestorOf(keyboard)) keyboard->setFocus();
+}
+
 void MdiFrame::SetActive(Form* form) {
   if (form == active_ || (form && form->unloading_)) return;
   Form* before = std::exchange(active_, form);

@@ -49,6 +49,7 @@ class MdiFrame : public QMainWindow, public ChildHost {
   void SetChildCaption(ChildFrame& child, const QString& caption) override;
 
  protected:
+  void changeEvent(QEvent* event) override;
   void dragEnterEvent(QDragEnterEvent* event) override;
   void dragMoveEvent(QDragMoveEvent* event) override { TakeCopies(*event); }
   void dropEvent(QDropEvent* event) override;
@@ -58,6 +59,7 @@ class MdiFrame : public QMainWindow, public ChildHost {
   void Minimised(const Form& child);
   Form* NextTo(const Form& child) const;
   void Activated(QMdiSubWindow* window);
+  void ShowActive();
   void SetActive(Form* child);
   void TellCaption();
 
