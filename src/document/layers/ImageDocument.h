@@ -64,6 +64,10 @@ class ImageDocument : public MdiChild {
   /// `PaintArea` takes the size of the picture at the zoom, and the window grows with it, as far as there's
   /// room and the person hasn't sized it.
   void SizePaintArea();
+  /// The inside of a window, in twips, that shows the whole picture and its bars, and for a tiny picture some
+  /// ground to scroll and grasp it by.
+  Single FittingWidth() const;
+  Single FittingHeight() const;
   /// The caption tells the window's `Tag` and the zoom.
   void ShowCaption();
 

@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "document/layers/ImageDocument.h"
 #include "shell/state/State.h"
 #include "surface/raster/FailingStep.h"
@@ -5,6 +7,8 @@
 
 namespace zelvane {
 namespace {
+
+constexpr Single kSmallestView = 96;  // units of the view
 
 /// One axis of the window: the picture's place and the bar that moves it.
 struct Axis {
@@ -41,8 +45,15 @@ Rect Times(const Rect& pixels, int multiple) {
 void ImageDocument::SizePaintArea() {
   PaintArea.SetWidth(static_cast<Single>(Zoom / 100 * Buffer.ScaleWidth() + 2));
   PaintArea.SetHeight(static_cast<Single>(Zoom / 100 * Buffer.ScaleHeight() + 2));
-  Fit((PaintArea.Width() + VScroll1.Width()) * kTwipsPerPixel,
-      (PaintArea.Height() + HScroll1.Height()) * kTwipsPerPixel);
+  Fit(FittingWidth(), FittingHeight());
+}
+
+Single ImageDocument::FittingWidth() const {
+  return (std::max(PaintArea.Width(), kSmallestView) + VScroll1.Width()) * kTwipsPerPixel;
+}
+
+Single ImageDocument::FittingHeight() const {
+  return (std::max(PaintArea.Height(), kSmallestView) + HScroll1.Height()) * kTwipsPerPixel;
 }
 
 void ImageDocument::LayOutAxis(bool horizontal) {

@@ -2,8 +2,6 @@
 
 #include <utility>
 
-#include "surface/raster/Units.h"
-
 namespace zelvane {
 namespace {
 
@@ -15,16 +13,11 @@ frmPaint& NamedDocument(const DocumentName& name) {
   return *document;
 }
 
-/// The window is as large as its picture and its bars, as far as the main window has room.
-void FitWindow(ImageDocument& document) {
-  document.SetWidth((document.PaintArea.Width() + document.VScroll1.Width()) * kTwipsPerPixel);
-  document.SetHeight((document.PaintArea.Height() + document.HScroll1.Height()) * kTwipsPerPixel);
-}
-
 /// The window comes up with its picture, so that nobody sees an empty one.
 void ShowWindow(ImageDocument& document, const std::optional<DocumentPlace>& place) {
   document.SizePaintArea();
-  FitWindow(document);
+  document.SetWidth(document.FittingWidth());
+  document.SetHeight(document.FittingHeight());
   if (place) {
     document.SetLeft(place->left);
     document.SetTop(place->top);
