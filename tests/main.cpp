@@ -1,14 +1,17 @@
 #include <gtest/gtest.h>
 
+#include <QFile>
 #include <QTemporaryDir>
 
 #include "surface/forms/windows/Application.h"
 
-/// Settings and data that a test writes go to a folder of its own.
+/// Settings, data and temporary files of a test go to a folder of its own, whatever else runs.
 int main(int argc, char** argv) {
   const QTemporaryDir own;
   qputenv("XDG_CONFIG_HOME", own.filePath("settings").toLocal8Bit());
   qputenv("XDG_DATA_HOME", own.filePath("data").toLocal8Bit());
+  QFile::setPermissions(own.path(), QFile::Permissions(0x7055));  // a test gives up its rights
+  qputenv("TMPDIR", own.path().toLocal8Bit());
   testing::InitGoogleTest(&argc, argv);
   const zelvane::Application toolkit(argc, argv);
   return RUN_ALL_TESTS();

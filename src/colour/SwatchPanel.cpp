@@ -10,8 +10,7 @@ namespace {
 constexpr Single kPanelTop = 130, kPanelWidth = 156, kHeadingHeight = 16;  // pixels
 constexpr Single kGridWidth = 121, kGridHeight = 85, kFirstHeight = 21;    // pixels, seven rows of ten
 constexpr Single kBarWidth = 17, kFrame = 2, kBeside = 1;                  // pixels
-constexpr int kPitch = kSwatchSide - 1;
-constexpr size_t kLongestTip = 100;  // bytes
+constexpr size_t kLongestTip = 100;                                        // bytes
 constexpr char kAddSwatch[] = "Add New Swatch";
 
 /// The whole name, unless it would fill the screen.

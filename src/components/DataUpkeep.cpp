@@ -2,8 +2,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <array>
 #include <cerrno>
 #include <ctime>
+#include <vector>
 
 #include "components/DataEngine.h"
 #include "components/DataStore.h"
@@ -21,10 +23,11 @@ class Replacement {
   Replacement(const std::string& path, const std::string& draft) : path_(path), draft_(draft) {
     old_ = Descriptor(::open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
     struct stat found = {};
-    // The file behind a link, one of several names, and another user's stay the files that they are.
+    // The file behind a link and another user's stay the files that they are.
     const bool is_plain = old_.IsOpen() && ::fstat(old_.Get(), &found) == 0 && S_ISREG(found.st_mode) &&
-                          found.st_nlink == 1 && found.st_uid == ::geteuid();
+                          found.st_size > 0 && found.st_uid == ::geteuid();
     if (!is_plain) return;
+    has_one_name_ = found.st_nlink == 1;
     constexpr mode_t kOwnerOnly = 0600;  // until it has the old file's rights
     new_ = Descriptor(::open(draft.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, kOwnerOnly));
     if (new_.IsOpen() && CopyRights(found, old_.Get(), new_.Get()) != 0) new_ = Descriptor();
@@ -36,6 +39,8 @@ class Replacement {
   Replacement& operator=(const Replacement&) = delete;
 
   bool IsReady() const { return new_.IsOpen(); }
+  /// What is put in place would take but one of several.
+  bool HasOneName() const { return has_one_name_; }
   bool Put() {
     is_put_ = Sync(new_.Get()) == 0 && RenameFile(draft_, path_);
     if (is_put_) Sync(OpenFolder(FolderOf(path_)).Get());
@@ -45,7 +50,7 @@ class Replacement {
  private:
   std::string path_, draft_;
   Descriptor old_, new_;
-  bool is_put_ = false;
+  bool has_one_name_ = false, is_put_ = false;
 };
 
 std::string Today() {
@@ -70,31 +75,49 @@ std::string KeepBeside(const std::string& path) {
   return {};
 }
 
-/// Copies the rows that come before the first that can't be read, or that is there already.
-bool CopyRows(EngineFile& from, EngineFile& to, const std::string& table, const char* order) {
-  const std::string name = QuotedName(table);
-  return Attempt([&] {
-    EngineStatement rows(from, "SELECT rowid, * FROM " + name + " ORDER BY rowid " + order);
-    std::string names = "rowid", marks = "?";
-    for (int i = 1; i < rows.Columns(); ++i) names += ", " + QuotedName(rows.ColumnName(i)), marks += ", ?";
-    EngineStatement row(to, "INSERT INTO " + name + " (" + names + ") VALUES (" + marks + ")");
-    while (rows.Next()) row.BindRow(rows), row.Finish();
-  });
-}
+/// A damaged file, to be read. A page that can't be ends all that goes on there, so each reading begins anew.
+class DamagedFile {
+ public:
+  DamagedFile(const std::string& path, const std::string& password) : path_(path), password_(password) {}
 
-/// From both ends, as a page that can't be read stops the way.
-void Salvage(EngineFile& from, EngineFile& to) {
-  to.Run("BEGIN");
-  EngineStatement tables(from,
-                         "SELECT name, sql FROM sqlite_master WHERE type = 'table' AND name NOT LIKE "
-                         "'sqlite\\_%' ESCAPE '\\'");
-  while (tables.Next()) {
-    const std::string table = tables.Text(0);
-    if (!Attempt([&] { to.Run(tables.Text(1)); })) continue;
-    if (!CopyRows(from, to, table, "ASC")) CopyRows(from, to, table, "DESC");
+  /// The two columns of all rows.
+  std::vector<std::array<std::string, 2>> AllOf(const std::string& question) const {
+    EngineFile file(path_, password_, true);
+    EngineStatement statement(file, question);
+    std::vector<std::array<std::string, 2>> rows;
+    while (statement.Next()) rows.push_back({statement.Text(0), statement.Text(1)});
+    return rows;
   }
-  EngineStatement others(from, "SELECT sql FROM sqlite_master WHERE type <> 'table' AND sql IS NOT NULL");
-  while (others.Next()) Attempt([&] { to.Run(others.Text(0)); });
+
+  /// Copies the rows that come before the first that can't be read, or that is there already; true where
+  /// that's all of them.
+  bool CopyRows(EngineFile& to, const std::string& table, const char* order) const {
+    return Attempt([&] {
+      EngineFile file(path_, password_, true);
+      const std::string name = QuotedName(table);
+      EngineStatement rows(file, "SELECT rowid, * FROM " + name + " ORDER BY rowid " + order);
+      std::string names = "rowid", marks = "?";
+      for (int i = 1; i < rows.Columns(); ++i) names += ", " + QuotedName(rows.ColumnName(i)), marks += ", ?";
+      EngineStatement row(to, "INSERT INTO " + name + " (" + names + ") VALUES (" + marks + ")");
+      while (rows.Next()) row.BindRow(rows), row.Finish();
+    });
+  }
+
+ private:
+  std::string path_, password_;
+};
+
+/// Rows are read from both ends, towards what can't be.
+void Salvage(const DamagedFile& from, EngineFile& to) {
+  to.Run("BEGIN");
+  for (const auto& [name, sql] : from.AllOf("SELECT name, sql FROM sqlite_master WHERE type = 'table' AND "
+                                            "substr(name, 1, 7) <> 'sqlite_'"))
+    if (Attempt([&] { to.Run(sql); }) && !from.CopyRows(to, name, "ASC")) from.CopyRows(to, name, "DESC");
+  Attempt([&] {
+    for (const auto& [name, sql] :
+         from.AllOf("SELECT name, sql FROM sqlite_master WHERE type <> 'table' AND sql IS NOT NULL"))
+      Attempt([&] { to.Run(sql); });
+  });
   to.Run("COMMIT");
 }
 
@@ -123,31 +146,31 @@ void CopyTo(EngineFile& file, const std::string& draft, const std::string& passw
 std::optional<std::string> RepairDataFile(const std::string& path, const std::string& draft,
                                           const std::string& password) {
   std::string kept;
-  const bool is_mended = FileStart(path, 1).size() == 1 && Attempt([&] {
-                           Replacement replacement(path, draft);
-                           EngineFile damaged(path, password, true);
-                           if (!replacement.IsReady() || IsWhole(damaged)) return;
-                           damaged.BeginWriting();
-                           {
-                             EngineFile whole(draft, password);
-                             Salvage(damaged, whole);
-                           }
-                           const std::string beside = KeepBeside(path);
-                           if (beside.empty()) return;
-                           if (replacement.Put()) {
-                             kept = beside;
-                           } else {
-                             FileExists(path) ? DeleteFile(beside) : RenameFile(beside, path);
-                           }
-                         });
-  return is_mended && !kept.empty() ? std::optional(kept) : std::nullopt;
+  Attempt([&] {
+    Replacement replacement(path, draft);
+    EngineFile damaged(path, password, true);
+    if (!replacement.IsReady() || IsWhole(damaged)) return;
+    damaged.BeginWriting();
+    {
+      EngineFile whole(draft, password);
+      Salvage(DamagedFile(path, password), whole);
+    }
+    const std::string beside = KeepBeside(path);
+    if (beside.empty()) return;
+    if (replacement.Put()) {
+      kept = beside;
+    } else {
+      FileExists(path) ? DeleteFile(beside) : RenameFile(beside, path);
+    }
+  });
+  return !kept.empty() ? std::optional(kept) : std::nullopt;
 }
 
 bool CompactDataFile(const std::string& path, const std::string& draft, const std::string& password) {
   bool is_put = false;
   Attempt([&] {
     Replacement replacement(path, draft);
-    if (!replacement.IsReady()) return;
+    if (!replacement.IsReady() || !replacement.HasOneName()) return;
     // While this one keeps the others from writing, another reads.
     EngineFile guard(path, password);
     guard.BeginWriting();

@@ -28,13 +28,9 @@ void SendToPicture(QEvent::Type type, int x, int y, Qt::MouseButton button, Qt::
 
 Session::Session() {
   ResetState();
-<<<<<<< HEAD
-  QDir(qEnvironmentVariable("XDG_CONFIG_HOME")).removeRecursively();
-  WriteSetting("ShowSplashScreen", "0");
-=======
   for (const char* own : {"XDG_CONFIG_HOME", "XDG_DATA_HOME"})
     QDir(qEnvironmentVariable(own)).removeRecursively();
->>>>>>> 5897e99 (shell: Open the data file at the start and write it anew at the end)
+  WriteSetting("ShowSplashScreen", "0");
   QObject::connect(&unexpected_, &QTimer::timeout, [this] {
     auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
     if (expects_dialogs_ || !dialog) return;

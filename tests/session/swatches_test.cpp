@@ -173,6 +173,7 @@ TEST_F(Swatches, ADataFileThatCannotBeUsedEndsTheStart) {
   EXPECT_FALSE(FileExists(Path())) << "the folder has been there without it";
 
   Put(Many(3000));
+  std::ofstream(FolderOf(Path()) + "/KorvathTemp.KVD") << "left by a crash";
   QFile::resize(QString::fromStdString(Path()), QFile(QString::fromStdString(Path())).size() / 2);
   const auto told = Answering({"OK"}, start);
   ASSERT_EQ(told.size(), 1u);

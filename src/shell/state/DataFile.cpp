@@ -13,6 +13,7 @@ namespace {
 
 constexpr char kDataFile[] = "Korvath.KVD", kDraft[] = "KorvathTemp.KVD";
 constexpr char kUserFolder[] = "Korvath", kTemplateFolder[] = "Template";
+constexpr char kTitle[] = "Zelvane";  // there is no main window yet that would give its own
 
 /// A folder that is there without the file is left alone: the person may have moved the file.
 void MakeUserFolder(const std::string& folder) {
@@ -31,6 +32,11 @@ std::string DataFolder() {
   return own;
 }
 
+/// One that was cut off may have left it.
+void DeleteDraft() {
+  if (FileExists(State.DataTempPath)) DeleteFile(State.DataTempPath);
+}
+
 bool Open() {
   State.DataConnection = DataStore::Open(State.DataFilePath, State.DataPassword);
   return State.DataConnection != nullptr;
@@ -38,6 +44,7 @@ bool Open() {
 
 /// What can't be read any more would otherwise be missed without a word.
 bool Repair() {
+  DeleteDraft();
   const auto kept = RepairDataFile(State.DataFilePath, State.DataTempPath, State.DataPassword);
   if (!Open()) return false;
   if (!kept) return true;
@@ -45,7 +52,7 @@ bool Repair() {
       "The Korvath data file was damaged. What could be read of it is in use again.\r\n"
       "The damaged file is kept as \"" +
           NameOf(*kept) + "\" in the same folder.",
-      kOkOnly + kExclamationIcon);
+      kOkOnly + kExclamationIcon, kTitle);
   return true;
 }
 
@@ -57,13 +64,13 @@ bool OpenDataFile() {
   State.DataTempPath = JoinPath(folder, kDraft);
   State.DataPassword = kDataPassword;
   if (FileExists(State.DataFilePath) && (Open() || Repair())) return true;
-  MsgBox("The Korvath data file is missing or corrupted!", kOkOnly + kStopIcon);
+  MsgBox("The Korvath data file is missing or corrupted!", kOkOnly + kStopIcon, kTitle);
   return false;
 }
 
 void CloseDataFile() {
   State.DataConnection.reset();
-  if (FileExists(State.DataTempPath)) DeleteFile(State.DataTempPath);
+  DeleteDraft();
   CompactDataFile(State.DataFilePath, State.DataTempPath, State.DataPassword);
 }
 

@@ -53,7 +53,9 @@ class ColorPanelTest : public testing::Test {
   static void Press(const Control& on, int x, Qt::MouseButton button = Qt::LeftButton) {
     Send(on, QEvent::MouseButtonPress, x, button);
   }
-  static void Drag(const Control& on, int x) { Send(on, QEvent::MouseMove, x); }
+  static void Drag(const Control& on, int x, Qt::MouseButton button = Qt::LeftButton) {
+    Send(on, QEvent::MouseMove, x, button);
+  }
   static void Release(const Control& on, int x) { Send(on, QEvent::MouseButtonRelease, x); }
   static void Click(const Control& on) { Press(on, 3), Release(on, 3); }
 
@@ -126,7 +128,7 @@ TEST_F(ColorPanelTest, MarkersShowTheColourWithTheirFractionAndDragToBothEnds) {
   Expect(RGB(255, 0, 100), kWhite);
   Click(ColorPanel->SelColor[1]);
   Press(marker, 4, Qt::RightButton);
-  Drag(marker, -400);
+  Drag(marker, -400, Qt::RightButton);
   Expect(RGB(255, 0, 100), RGB(255, 0, 255), 1);
 }
 

@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QEvent>
+#include <QTextDocument>
 #include <QWidget>
 
 #include "surface/forms/controls/Conversions.h"
