@@ -4,6 +4,7 @@
 #include <QTest>
 
 #include "colour/ColorBars.h"
+#include "document/window/MakeDocument.h"
 #include "imageops/Undo.h"
 #include "selection/Selection.h"
 #include "session/Session.h"
@@ -180,6 +181,11 @@ TEST_F(Tools, TheZoomBoxActsOnTheEntryThatItShows) {
   list->showPopup();
   QTest::keyClick(list->view(), Qt::Key_Return);
   EXPECT_EQ(Document().Zoom, 300);
+  frmPaint& first = Document();
+  MakeDocument(9, 9, kWhite, {"second", ""});
+  EXPECT_EQ(frmControls->comboZoom.ListIndex(), 0) << "the zoom of the active document";
+  first.Activate();
+  EXPECT_EQ(frmControls->comboZoom.ListIndex(), 2);
 }
 
 TEST_F(Tools, TheSliderHoldsItsHandleAndReachesBothLimits) {

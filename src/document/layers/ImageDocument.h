@@ -74,7 +74,7 @@ class ImageDocument : public MdiChild {
   /// Takes the zoom that the zoom box shows, as a click of the Magnifying tool would, whatever tool is
   /// selected.
   virtual void ChangeZoomFactor() = 0;
-  /// Tells the facts of the file behind the document in the information panel.
+  /// Tells the facts of the file behind the document in the information panel, and its zoom in the zoom box.
   virtual void Form_Activate() = 0;
   /// Outlines what the brush would reach where the pointer is, as it is now; for a pointer that has left the
   /// picture nothing.

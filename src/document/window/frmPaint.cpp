@@ -80,6 +80,7 @@ frmPaint::frmPaint() : EdgeTimer(kEdgeInterval) {
 
 /// The panel tells what the file on the disk holds, not the picture in memory.
 void frmPaint::Form_Activate() {
+  ShowZoomInBox();
   if (Buffer.Tag().empty()) return InfoPanel->SetVisible(false);
   if (!ImageInfo) ImageInfo.emplace();
   ImageInfo->ReadImageInfo(Buffer.Tag());
