@@ -60,8 +60,14 @@ void ImageSizeDialog::WireEvents() {
   OnActivate = [this] { PlaceAtMain(*this); };
   OnKeyDown = [this](int16_t KeyCode, int16_t Shift) { RouteKey(*this, KeyCode, Shift); };
   OnQueryUnload = [this](bool& Cancel, UnloadModes) { Form_QueryUnload(Cancel); };
-  txtWidth.OnKeyUp = [this](int16_t, int16_t) { FollowWidth(); };
-  txtHeight.OnKeyUp = [this](int16_t, int16_t) { FollowHeight(); };
+  // A person changes the number of the box that has the keyboard. Going by its keys, Tab into the other box
+  // would bring back from there what had been cut to whole pixels, and the wheel would change one side only.
+  txtWidth.OnChange = [this] {
+    if (txtWidth.GotFocus()) FollowWidth();
+  };
+  txtHeight.OnChange = [this] {
+    if (txtHeight.GotFocus()) FollowHeight();
+  };
   Check1.OnClick = [this] { Check1_Click(); };
   for (int16_t i = 0; i < Command1.Count(); ++i) Command1[i].OnClick = [this, i] { Command1_Click(i); };
 }

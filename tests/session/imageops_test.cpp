@@ -205,6 +205,10 @@ TEST_F(ImageOps, SizeKeepsThePicturesProportions) {
   };
   type(frmSize->txtWidth, "50");
   EXPECT_EQ(Typed(), QSize(50, 25));
+  type(frmSize->txtWidth, "51");
+  QTest::keyPress(frmSize->txtWidth.Entry().Widget(), Qt::Key_Tab), DoEvents();
+  QTest::keyRelease(frmSize->txtHeight.Entry().Widget(), Qt::Key_Tab), DoEvents();
+  EXPECT_EQ(Typed(), QSize(51, 25)) << "half a pixel doesn't come back";
   type(frmSize->txtHeight, "70");
   EXPECT_EQ(Typed(), QSize(140, 70));
   Start(PathOf("a.png"));
