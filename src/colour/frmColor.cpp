@@ -67,7 +67,6 @@ void ColorDialog::Form_Load() {
   SetKeyPreview(true);
   SetResizable(false);
   Command1[kOk].SetDefault(true);
-  Command1[kCancel].SetTabAfter(Command1[kOk]);
   ColorSel.SetAccessibleName("Color field");
   ColorMap.SetAccessibleName("Hue");
   NewColor.SetAccessibleName("New color");
@@ -79,6 +78,8 @@ void ColorDialog::Form_Load() {
   FocusMark.SetVisible(false);
   LayOut();
   WireEvents();
+  // Once Tab comes to the pictures too: in a ring of two buttons each is after the other already.
+  Command1[kCancel].SetTabAfter(Command1[kOk]);
   PaintHueStrip(ColorMap);
   ColorMap.Refresh();
   ShowHue(0);

@@ -68,7 +68,14 @@ TEST_F(TheColorDialog, TakesKeysAndComesBackAsItWas) {
   const Color picked = frmColor->ColorSel.Point(101, 40);
   EXPECT_EQ(frmColor->NewColor.BackColor(), picked);
   EXPECT_EQ(document.Buffer.ForeColor(), picked);
-  QTest::keyClick(frmColor->Widget()->focusWidget(), Qt::Key_Return);
+  const auto focus = [] { return frmColor->Widget()->focusWidget(); };
+  for (const Control* next :
+       {static_cast<Control*>(&frmColor->ColorMap), static_cast<Control*>(&frmColor->Command1[1]),
+        static_cast<Control*>(&frmColor->Command1[0]), static_cast<Control*>(&frmColor->ColorSel)}) {
+    QTest::keyClick(focus(), Qt::Key_Tab);
+    EXPECT_EQ(focus(), next->Widget());
+  }
+  QTest::keyClick(focus(), Qt::Key_Return);
   EXPECT_EQ(ColorPanel->SelColor[1].BackColor(), picked);
   EXPECT_EQ(ColorPanel->SelColor[0].BackColor(), kBlack);
   EXPECT_TRUE(MainForm->Enabled());
