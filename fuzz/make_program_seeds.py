@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """Makes icons.dll (64 bits) and icons.exe (32 bits), by Debian's packages binutils-mingw-w64-i686, -x86-64 and cpp.
 
-make_program_seeds.py FOLDER [NUMBER...] puts them into the folder, with all of the icons below or those of the numbers. Each shows a
-triangle in one colour, pixel (x, y) where x > y; the rest is clear.
+make_program_seeds.py FOLDER [NUMBER...] puts them into the folder, with all of the icons below or those of the numbers.
+Each icon shows a triangle in one colour, pixel (x, y) where x > y; the rest is clear.
 """
 
 import os
