@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
+#include <vector>
 
 #include "surface/forms/controls/Control.h"
 #include "surface/forms/controls/TextFont.h"
@@ -18,11 +20,13 @@ class TextRuler : public Control, public FontProperties {
   void SetCaption(const std::string& caption);
 
  protected:
-  void FontChanged() override { Measure(); }
+  void FontChanged() override { Measure(0, lines_.size()); }
 
  private:
-  void Measure();
+  void Measure(size_t first, size_t end);
   std::string caption_;
+  std::vector<std::string> lines_{""};  ///< of the caption
+  std::vector<double> widths_{0};       ///< of the lines, so that only others are measured anew
 };
 
 }  // namespace zelvane
