@@ -1,9 +1,10 @@
 #!/usr/bin/python3
 """Measures the whole program beside the toolkit with nothing on it. Asserts nothing; prints a table of ratios.
 
-whole_program.py [--build FOLDER] [--runs N] [PART...], PART of startup, picture, idle, memory (default: all)
+whole_program.py [--build FOLDER] [--runs N] [PART...], PART of startup, again, picture, idle, memory (default: all)
 
 - startup: from the start of the process to the painted window, against an empty window with a menu bar.
+- again: from the start of a second process to its end, once the first has taken its picture, against the same window.
 - picture: the same to a painted picture of 4000 by 3000 pixels, against a window that only shows it.
 - idle: the share of a core, and how often a second the program wakes, with a document open, the pointer at rest on it
   and nobody at the desk, over thirty seconds.
@@ -120,6 +121,25 @@ def compare_times(screen, watch, ours, bare, runs):
             if run > 0:  # The first pair only warms the caches.
                 times.append(1000 * seconds)
     return statistics.median(mine), statistics.median(other)
+
+
+def time_again(screen, build, path, runs):
+    """ms of a start that another instance takes the picture of, and to the bare window."""
+    first = subprocess.Popen([build.ours], env=screen.environment)
+    try:
+        times = []
+        for run in range(runs + 1):
+            began = time.monotonic()
+            subprocess.run([build.ours, path], env=screen.environment, check=True)
+            if run > 0:  # The first waits for the other one's start.
+                times.append(1000 * (time.monotonic() - began))
+        if first.poll() is not None:
+            raise SystemExit("the first instance has ended")
+    finally:
+        first.kill()
+        first.wait()
+    bare = [screen.time_until([build.watcher, "window"], [build.window]) for _ in range(runs)]
+    return statistics.median(times), 1000 * statistics.median(bare)
 
 
 # Idle and memory: on the desk of the desk tests, since they need a hand.
@@ -266,9 +286,10 @@ def main():
     parser.add_argument("--runs", type=int, default=9)
     parser.add_argument("parts", nargs="*", metavar="PART", default=[])
     options = parser.parse_args()
-    parts = options.parts or ["startup", "picture", "idle", "memory"]
+    known = ["startup", "again", "picture", "idle", "memory"]
+    parts = options.parts or known
     for part in parts:
-        if part not in ("startup", "picture", "idle", "memory"):
+        if part not in known:
             parser.error(f"no part is called {part}")
     build = Build(os.path.abspath(options.build))
 
@@ -281,6 +302,8 @@ def main():
             if "startup" in parts:
                 report("start to painted window", "ms",
                        *compare_times(screen, [build.watcher, "window"], [build.ours], [build.window], options.runs))
+            if "again" in parts:
+                report("second start to its end", "ms", *time_again(screen, build, pictures["png"], options.runs))
             if "picture" in parts:
                 for name, path in pictures.items():
                     report(f"start to painted {name}, 4000 x 3000", "ms",

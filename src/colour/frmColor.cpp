@@ -14,7 +14,6 @@
 #include "surface/raster/Units.h"
 #include "surface/system/desktop/Screen.h"
 #include "ui/KeptDialog.h"
-#include "ui/RouteKey.h"
 
 namespace zelvane {
 namespace {
@@ -130,7 +129,6 @@ void ColorDialog::PlaceColorDialog() {
 }
 
 void ColorDialog::WireEvents() {
-  OnKeyDown = [this](int16_t KeyCode, int16_t Shift) { RouteKey(*this, KeyCode, Shift); };
   OnQueryUnload = [this](bool& Cancel, UnloadModes) { Form_QueryUnload(Cancel); };
   for (int16_t i = 0; i < Command1.Count(); ++i) Command1[i].OnClick = [this, i] { Command1_Click(i); };
   WireField();

@@ -11,7 +11,6 @@
 #include "surface/system/desktop/Screen.h"
 #include "ui/KeptDialog.h"
 #include "ui/MsgBox.h"
-#include "ui/RouteKey.h"
 
 namespace zelvane {
 namespace {
@@ -43,7 +42,6 @@ void NewSwatchDialog::Form_Load() {
   SwatchColor.SetBackColor(ColorPanel->SelColor[0].BackColor());
   LayOut();
   PlaceAtPanel();
-  OnKeyDown = [this](int16_t KeyCode, int16_t Shift) { RouteKey(*this, KeyCode, Shift); };
   OnQueryUnload = [this](bool&, UnloadModes) { ReturnToMain(*this); };
   for (int16_t i = 0; i < Command1.Count(); ++i) Command1[i].OnClick = [this, i] { Command1_Click(i); };
 }

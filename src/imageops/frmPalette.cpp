@@ -9,7 +9,6 @@
 #include "surface/forms/windows/EventLoop.h"
 #include "surface/raster/Units.h"
 #include "surface/system/desktop/Screen.h"
-#include "ui/RouteKey.h"
 
 namespace zelvane {
 namespace {
@@ -93,7 +92,6 @@ PaletteWindow::PaletteWindow()
   Display.OnMouseWheel = [this](int16_t, Single, Single, Single, Single down) {
     With(ToInt16(VScroll1.Value() - down), [this](int16_t row) { VScroll1.SetValue(row); });
   };
-  OnKeyDown = [this](int16_t KeyCode, int16_t Shift) { RouteKey(*this, KeyCode, Shift); };
   OnDeactivate = [this] { Unload(); };
 }
 

@@ -8,7 +8,6 @@
 #include "surface/raster/FailingStep.h"
 #include "surface/raster/Units.h"
 #include "ui/KeptDialog.h"
-#include "ui/RouteKey.h"
 
 namespace zelvane {
 namespace {
@@ -58,7 +57,6 @@ void ImageSizeDialog::Form_Load() {
 
 void ImageSizeDialog::WireEvents() {
   OnActivate = [this] { PlaceAtMain(*this); };
-  OnKeyDown = [this](int16_t KeyCode, int16_t Shift) { RouteKey(*this, KeyCode, Shift); };
   OnQueryUnload = [this](bool& Cancel, UnloadModes) { Form_QueryUnload(Cancel); };
   // A person changes the number of the box that has the keyboard. Going by its keys, Tab into the other box
   // would bring back from there what had been cut to whole pixels, and the wheel would change one side only.

@@ -5,6 +5,7 @@
 #include "document/window/OpenPicture.h"
 #include "shell/BuildInterface.h"
 #include "shell/HandOver.h"
+#include "shell/KeyEvents.h"
 #include "shell/Logo.h"
 #include "shell/MainForm.h"
 #include "shell/MenuEvents.h"
@@ -46,6 +47,7 @@ void WireWindow(MainWindow& window) {
   window.CmdTimer.OnTimer = [] { ToolButtons->Cmd.Hover(State.ToolButtonDown); };
   WireMenus(window.Menus);
   WirePanels(window);
+  WireKeys(window);
 }
 
 /// The person sees the window at once, and a picture finds the room that the desktop has given it.

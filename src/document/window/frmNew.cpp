@@ -9,7 +9,6 @@
 #include "surface/forms/controls/Events.h"
 #include "surface/raster/FailingStep.h"
 #include "ui/KeptDialog.h"
-#include "ui/RouteKey.h"
 
 namespace zelvane {
 namespace {
@@ -62,7 +61,6 @@ void NewImageDialog::TakeSettings() {
 }
 
 void NewImageDialog::WireEvents() {
-  OnKeyDown = [this](int16_t KeyCode, int16_t Shift) { RouteKey(*this, KeyCode, Shift); };
   OnQueryUnload = [this](bool& Cancel, UnloadModes) { Form_QueryUnload(Cancel); };
   txtName.OnGotFocus = [this] { txtName.SelectAll(); };
   for (int16_t i = 0; i < Command1.Count(); ++i) Command1[i].OnClick = [this, i] { Command1_Click(i); };

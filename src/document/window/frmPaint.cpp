@@ -42,7 +42,6 @@ std::string Pair(int16_t a, const char* between, int16_t b) {
 frmPaint::frmPaint() : EdgeTimer(kEdgeInterval) {
   SetKeyPreview(true);
   OnActivate = [this] { Form_Activate(); };
-  OnKeyDown = [this](int16_t KeyCode, int16_t Shift) { Form_KeyDown(KeyCode, Shift); };
   OnQueryUnload = [this](bool& Cancel, UnloadModes) { Cancel = !MayClose(*this); };
   EdgeTimer.OnTimer = [this] { ScrollWithStroke(); };
   PaintArea.OnMouseDown = [this](int16_t Button, int16_t, Single X, Single Y) {
@@ -93,10 +92,6 @@ void frmPaint::ShowImageInfo() {
   InfoPanel->IHeight.SetCaption(std::to_string(ImageInfo->Height()));
   InfoPanel->IBits.SetCaption(std::to_string(ImageInfo->Depth()));
   InfoPanel->iType.SetCaption(State.FileTypeNames.at(static_cast<size_t>(ImageInfo->ImageType())));
-}
-
-void frmPaint::Form_KeyDown(int16_t KeyCode, int16_t) {
-  if (KeyCode == kKeyF2) SetWindowState(kMinimised);
 }
 
 void frmPaint::PaintArea_MouseDown(int16_t Button, Single X, Single Y) {

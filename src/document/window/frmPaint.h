@@ -22,7 +22,6 @@ class frmPaint final : public ImageDocument {
   void PaintArea_GotFocus();
   void PaintArea_MouseWheel(int16_t Shift, Single across, Single along);
   void PaintArea_KeyDown(int16_t KeyCode, int16_t Shift);
-  void Form_KeyDown(int16_t KeyCode, int16_t Shift);
 
   void ShowImageInfo();
   void EndStroke(int16_t Button, Single X, Single Y);

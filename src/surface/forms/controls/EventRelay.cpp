@@ -29,6 +29,11 @@ QWidget* KeyReceiver(const QWidget& part) {
   return focus ? focus : part.window()->focusWidget();
 }
 
+/// A key that closes or minimises what has the keyboard, held down, would go on to what has it next.
+bool Repeats(const QKeyEvent& event) {
+  return event.key() != Qt::Key_Escape && event.key() != Qt::Key_F2;
+}
+
 bool MovesFocus(const QEvent& event) {
   const Qt::FocusReason reason = static_cast<const QFocusEvent&>(event).reason();
   return reason != Qt::PopupFocusReason && reason != Qt::MenuBarFocusReason;
@@ -149,7 +154,7 @@ bool EventRelay::IsPassedOn() const {
 
 bool EventRelay::Key(const QKeyEvent& event) {
   if (IsPassedOn()) return false;
-  if (event.type() == QEvent::KeyRelease && event.isAutoRepeat()) return false;
+  if (event.isAutoRepeat() && (event.type() == QEvent::KeyRelease || !Repeats(event))) return false;
   const QPointer<EventRelay> standing(this);
   const QPointer<QWidget> focus = KeyReceiver(*widget_);
   BringKey(event);

@@ -8,6 +8,7 @@
 #include "surface/forms/controls/Events.h"
 #include "surface/forms/windows/EventLoop.h"
 #include "surface/forms/windows/FormEngine.h"
+#include "surface/forms/windows/FormMade.h"
 #include "surface/raster/Units.h"
 
 namespace zelvane {
@@ -47,6 +48,7 @@ Form::Form(const std::string& name, QWidget* widget)
     : Control(nullptr, name, widget), engine_(std::make_unique<Engine>(*this, *widget)) {
   visible_ = false;
   List().push_back(this);
+  FireEvent(OnFormMade, *this);
 }
 
 Form::Form(const std::string& name, Form* owner)

@@ -1,0 +1,76 @@
+#include "shell/KeyEvents.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+#include "colour/ColorPanel.h"
+#include "colour/SwatchPanel.h"
+#include "document/layers/ImageDocument.h"
+#include "imageops/ProgressDisplay.h"
+#include "surface/forms/windows/FormMade.h"
+#include "tools/OptionBars.h"
+#include "tools/ToolButtons.h"
+#include "ui/RouteKey.h"
+
+namespace zelvane {
+namespace {
+
+/// On a part of the main window Esc is the same as closing it, with all its questions.
+void MainKeyDown(int16_t KeyCode, int16_t Shift) {
+  if (KeyCode == kKeyF2) return MainForm->SetWindowState(kMinimised);
+  RouteKey(*MainForm, KeyCode, Shift);
+}
+
+/// A text that is being typed, or a stroke that is being drawn, isn't lost to Esc.
+void DocumentKeyDown(Form& form, int16_t KeyCode, int16_t Shift) {
+  if (KeyCode == kKeyF2) return form.SetWindowState(kMinimised);
+  const auto& document = dynamic_cast<ImageDocument&>(form);
+  if (!document.Down && !document.TextInput.HasFocus()) RouteKey(form, KeyCode, Shift);
+}
+
+template <class Controls>
+void OnEachKeyDown(Controls& controls, const Control::KeyEvent& handler) {
+  for (int i = 0; i < controls.Count(); ++i) controls[i].OnKeyDown = handler;
+}
+
+void WireParts(MainWindow& window) {
+  window.OnKeyDown = MainKeyDown;  // where no part of it has the keyboard
+  window.TopBar.OnKeyDown = MainKeyDown;
+  window.LeftBar.OnKeyDown = MainKeyDown;
+  window.RightBar.OnKeyDown = MainKeyDown;
+  ToolButtons->ColorsBg.OnKeyDown = MainKeyDown;
+  OnEachKeyDown(ToolButtons->Cmd, MainKeyDown);
+  ColorPanel->SwatchesBg.OnKeyDown = MainKeyDown;
+  ColorPanel->Gradient.OnKeyDown = MainKeyDown;
+  OnEachKeyDown(ColorPanel->lblColor, MainKeyDown);
+  OnEachKeyDown(ColorPanel->ColorBar, MainKeyDown);
+  OnEachKeyDown(ColorPanel->ColorScroll, MainKeyDown);
+  SwatchPanel->Picture3.OnKeyDown = MainKeyDown;
+  SwatchPanel->Background.OnKeyDown = MainKeyDown;
+  SwatchPanel->ScrollSwatch.OnKeyDown = MainKeyDown;
+  SwatchPanel->SwatchScroll.OnKeyDown = MainKeyDown;  // to which the scroll bar passes the keyboard on
+  Progress->Process.OnKeyDown = MainKeyDown;
+  // The bars are the inside of `frmControls`.
+  frmControls->OnKeyDown = MainKeyDown;
+  OnEachKeyDown(frmControls->DrawToolbar, MainKeyDown);
+}
+
+/// The others have keys of their own.
+void WireWindow(Form& form) {
+  constexpr std::array<std::string_view, 5> kRouted = {"frmColor", "frmNew", "frmNewSwatch", "frmSize",
+                                                       "frmPalette"};
+  if (form.Name() == "frmPaint")
+    form.OnKeyDown = [&form](int16_t KeyCode, int16_t Shift) { DocumentKeyDown(form, KeyCode, Shift); };
+  else if (std::ranges::find(kRouted, form.Name()) != kRouted.end())
+    form.OnKeyDown = [&form](int16_t KeyCode, int16_t Shift) { RouteKey(form, KeyCode, Shift); };
+}
+
+}  // namespace
+
+void WireKeys(MainWindow& window) {
+  WireParts(window);
+  OnFormMade = WireWindow;
+}
+
+}  // namespace zelvane
