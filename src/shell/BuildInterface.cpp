@@ -10,6 +10,7 @@
 #include "tools/OptionBars.h"
 #include "tools/Options.h"
 #include "tools/Selector.h"
+#include "tools/TextPickers.h"
 #include "tools/ToolButtons.h"
 
 namespace zelvane {
@@ -77,7 +78,9 @@ void BuildInterface(MainWindow& window) {
   SetSplashMessage("Loading Colors...");
   frmSelector = std::make_unique<SelectorControls>(window);
   SetSplashMessage("Loading Fonts...");
+  frmFonts = std::make_unique<PickerControls>(window, "frmFonts", "FontScroll");
   SetSplashMessage("Loading Fontstyles...");
+  frmFontStyle = std::make_unique<PickerControls>(window, "frmFontStyle", "lblStyle");
   SetSplashMessage("Loading Effects...");
   LoadEffectsList(window.Menus);
   FillOptions();

@@ -16,6 +16,7 @@
 #include "surface/system/desktop/Screen.h"
 #include "tools/SelectTool.h"
 #include "tools/Selector.h"
+#include "tools/TextPickers.h"
 #include "tools/ToolButtons.h"
 #include "ui/MsgBoxEnhanced.h"
 
@@ -59,6 +60,8 @@ MainWindow::MainWindow()
 }
 
 MainWindow::~MainWindow() {
+  frmFontStyle.reset();
+  frmFonts.reset();
   frmSelector.reset();
   InfoPanel.reset();
   SwatchPanel.reset();

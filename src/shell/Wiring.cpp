@@ -12,6 +12,7 @@
 #include "tools/Options.h"
 #include "tools/SelectTool.h"
 #include "tools/Selector.h"
+#include "tools/TextPickers.h"
 #include "tools/TextTool.h"
 #include "tools/ToolButtons.h"
 #include "ui/MsgBox.h"
@@ -59,6 +60,17 @@ void WireSliderKeys(MainWindow& window) {
   };
 }
 
+void WirePickerKeys(MainWindow& window) {
+  WireTextPickers();
+  for (DropDown* picker : {&frmFonts->Window, &frmFontStyle->Window}) {
+    picker->OnKeyDown = [&window](int16_t KeyCode, int16_t Shift) {
+      if (KeyCode != kKeyEscape || (Shift != 0 && Shift != kShift)) return;
+      UnClickButton();
+      if (Shift == kShift) window.Unload();
+    };
+  }
+}
+
 }  // namespace
 
 void WirePanels(MainWindow& window) {
@@ -66,6 +78,7 @@ void WirePanels(MainWindow& window) {
   OnMemoryShort = [] { MsgBox("There is not enough memory for this.", 48, "Zelvane"); };
   WireTools();
   WireSliderKeys(window);
+  WirePickerKeys(window);
   WireColorPanel();
   WireSwatchPanel();
   ColorPanel->OnEditColor = [](int16_t Index) { frmColor->Edit(Index); };

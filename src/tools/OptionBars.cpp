@@ -153,7 +153,10 @@ void OptionBarsWindow::FillTextBar() {
   row.Put(CmdButton.Add(DrawToolbar[kTextTool], "CmdButton", "Apply Text"), 86).Gap(4);
   row.Put(CmdButton.Add(DrawToolbar[kTextTool], "CmdButton", "Cancel Text"), 86);
   for (PictureSurface* button : {&CmdFont, &CmdFontStyle}) button->SetIcon("dropdown", 16);
-  for (Label* choice : {&lblFont, &lblFontStyle}) choice->SetBorder(true);
+  for (Label* choice : {&lblFont, &lblFontStyle}) {
+    choice->SetBorder(true);
+    choice->SetShortens(true);
+  }
   CmdFont.SetAccessibleName("Fonts");
   CmdFontStyle.SetAccessibleName("Font styles");
 }

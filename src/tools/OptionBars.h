@@ -46,8 +46,6 @@ class OptionBarsWindow : public Form {
   int16_t OpenSelector = -1;  ///< the box whose slider is open
   std::array<bool, kOptionCount> DropDownDown{};
   bool FontsOpen = false, FontStyleOpen = false;  ///< the pickers of the Text tool are
-  /// An open picker is to close.
-  std::function<void()> OnCloseFonts, OnCloseFontStyle;
 
   IntervalTimer CmdTimer, CircleTimer, BrushTimer,
       LightTimer;  ///< hover of the four groups, each while its bar is seen

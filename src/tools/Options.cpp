@@ -5,6 +5,7 @@
 #include "tools/NumericOptions.h"
 #include "tools/OptionBars.h"
 #include "tools/Selector.h"
+#include "tools/TextPickers.h"
 
 namespace zelvane {
 namespace {
@@ -14,6 +15,7 @@ void pixelSelector_Change(NumericOption option) {
   const NumberBox& box = frmControls->pixelSelector[option];
   OptionOf(option).Value = box.Value();
   if (frmControls->OpenSelector == option && box.HasFocus()) PlaceHandle(option);
+  if (option == kTextSize) TakeTextSize();
   FireEvent(frmControls->OnOptionChange);
 }
 
@@ -44,10 +46,10 @@ void FillOptions() {
 }
 
 void ReturnToPicture() {
-  if (ImageDocument* document = ActiveDocument())
-    document->PaintArea.SetFocus();
-  else
-    frmControls->DrawToolbar[State.CurrentTool].SetFocus();
+  ImageDocument* document = ActiveDocument();
+  if (!document) return frmControls->DrawToolbar[State.CurrentTool].SetFocus();
+  if (document->TextInput.Visible()) return document->TextInput.SetFocus();
+  document->PaintArea.SetFocus();
 }
 
 void WireOptionBars() {

@@ -6,7 +6,8 @@ namespace zelvane {
 /// values.
 void FillOptions();
 
-/// Gives the keyboard to the active picture; where there's none, to the option bar. A number that was being
+/// Gives the keyboard to the active picture, or to the text that is being typed on it; where there's none, to
+/// the option bar. A number that was being
 /// typed is thereby taken.
 void ReturnToPicture();
 

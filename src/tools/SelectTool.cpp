@@ -7,6 +7,7 @@
 #include "surface/forms/controls/Events.h"
 #include "tools/OptionBars.h"
 #include "tools/Selector.h"
+#include "tools/TextPickers.h"
 #include "tools/TextTool.h"
 #include "tools/ToolButtons.h"
 
@@ -55,6 +56,7 @@ void SelectTool(int16_t index) {
   ImageDocument* document = ActiveDocument();
   if (document) ShowToolPointer(*document);
   if (document && State.CurrentTool != kTextTool) CancelText(*document);
+  if (State.CurrentTool == kTextTool) LoadFonts();
   UnClickButton();
   RunHoverTimers();
 }

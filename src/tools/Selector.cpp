@@ -7,6 +7,7 @@
 #include "surface/raster/Units.h"
 #include "tools/NumericOptions.h"
 #include "tools/OptionBars.h"
+#include "tools/TextPickers.h"
 #include "tools/ToolButtons.h"
 
 namespace zelvane {
@@ -28,17 +29,6 @@ void PressDropDown(int index, bool down) {
 
 void RaiseDropDowns() {
   for (int j = 0; j < kOptionCount; ++j) PressDropDown(j, false);
-}
-
-/// The slider's right edge stands under its button, as far as the left bar lets it; beneath the menus.
-void PlaceWindow(int index) {
-  const PictureSurface& button = frmControls->CmdDropDown[index];
-  const Control& left_bar = *ToolButtons->ColorsBg.Parent();
-  const Single left = button.Left() + button.Width() + kBesideButton - kWindowWidth;
-  const Single limit = left_bar.Width() - kOverLeftBarTwips / kTwips;
-  const int top_bar = frmControls->DrawToolbar[0].Parent()->WindowRect().top;
-  const int menus = std::max(top_bar - frmSelector->Window.Parent()->WindowRect().top, 0);
-  frmSelector->Window.Move(std::max(left, limit), static_cast<Single>(menus) + kTopTwips / kTwips);
 }
 
 void MoveHandle(Single position) {
@@ -87,6 +77,14 @@ SelectorControls::SelectorControls(Control& main_window)
   ScrollBlock.SetAccessibleName("Slider");
 }
 
+void PlaceDropDown(DropDown& window, Single right) {
+  const Control& left_bar = *ToolButtons->ColorsBg.Parent();
+  const Single limit = left_bar.Width() - kOverLeftBarTwips / kTwips;
+  const int top_bar = frmControls->DrawToolbar[0].Parent()->WindowRect().top;
+  const int menus = std::max(top_bar - window.Parent()->WindowRect().top, 0);
+  window.Move(std::max(right - window.Width(), limit), static_cast<Single>(menus) + kTopTwips / kTwips);
+}
+
 int16_t ClampHandle(int16_t position) {
   const auto lowest = static_cast<int16_t>(frmSelector->ScrollBar.Left());
   const Single room = frmSelector->ScrollBar.Width() - frmSelector->ScrollBlock.Width();
@@ -111,13 +109,14 @@ void ApplySlider() {
   const double value = share * (option.Max - option.Min) + option.Min;
   With(ToInt16(value), [&](int16_t whole) { frmControls->pixelSelector[k].SetValue(whole); });
   option.Value = value;
+  if (k == kTextSize) TakeTextSize();
 }
 
 void DrawButton(int index, bool down) {
   DrawButtonLook(frmControls->CmdDropDown[index], down ? ButtonLook::Pressed : ButtonLook::Hover);
   if (down) return;
-  if (frmControls->FontsOpen) FireEvent(frmControls->OnCloseFonts);
-  if (frmControls->FontStyleOpen) FireEvent(frmControls->OnCloseFontStyle);
+  if (frmControls->FontsOpen) ShowHideFonts();
+  if (frmControls->FontStyleOpen) ShowHideFontStyle();
 }
 
 void UnClickButton() {
@@ -131,7 +130,8 @@ void CmdDropDown_Click(int16_t index) {
   RaiseDropDowns();
   frmControls->OpenSelector = index;
   PressDropDown(index, true);
-  PlaceWindow(index);
+  const PictureSurface& button = frmControls->CmdDropDown[index];
+  PlaceDropDown(frmSelector->Window, button.Left() + button.Width() + kBesideButton);
   PlaceHandle(NumericOption{index});
   With(ToInt16(OptionOf(NumericOption{index}).Value),
        [&](int16_t whole) { frmControls->pixelSelector[index].SetValue(whole); });

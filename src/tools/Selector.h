@@ -24,11 +24,14 @@ struct SelectorControls {
 /// Stands while the main window does.
 inline std::unique_ptr<SelectorControls> frmSelector;
 
+/// Puts a window that drops down from the option bars beneath them, its right edge at `right` of the top bar
+/// as far as the left bar lets it.
+void PlaceDropDown(DropDown& window, Single right);
 /// Makes the slider do what it is for.
 void WireSelector();
 /// Opens the slider for an option's box, or closes it where it's open for that one.
 void CmdDropDown_Click(int16_t index);
-/// Draws an option's button pressed or raised; raising one closes an open picker of the Text tool too.
+/// Draws an option's button pressed or raised; raising one closes an open picker of the text bar too.
 void DrawButton(int index, bool down);
 /// Closes the slider.
 void UnClickButton();

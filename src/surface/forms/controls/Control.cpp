@@ -103,6 +103,11 @@ bool Control::HasFocus() const {
   return widget_ && widget_->hasFocus();
 }
 
+bool Control::HoldsFocus() const {
+  const QWidget* focus = widget_ ? widget_->window()->focusWidget() : nullptr;
+  return focus && (focus == widget_ || widget_->isAncestorOf(focus));
+}
+
 void Control::SetTakesKeys(bool takes) {
   if (widget_) widget_->setFocusPolicy(takes ? Qt::ClickFocus : Qt::NoFocus);
 }

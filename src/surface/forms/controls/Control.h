@@ -100,6 +100,8 @@ class Control {
 
   virtual void SetFocus();
   virtual bool HasFocus() const;
+  /// It or what it holds has the keyboard, or will have it once the window is the active one again.
+  bool HoldsFocus() const;
   /// A press gives the control the keyboard, and with it its key events; Tab passes it by.
   void SetTakesKeys(bool takes);
   /// Whether Tab comes to the control.

@@ -31,8 +31,28 @@ Label::Label(Control& parent, const std::string& name, const std::string& captio
 void Label::SetCaption(const std::string& caption) {
   caption_ = caption;
   if (!widget_) return;
-  Text(widget_)->setText(ToQt(caption));
+  ShowText();
   FitToText();
+}
+
+void Label::SetShortens(bool shortens) {
+  shortens_ = shortens;
+  FitToText();
+}
+
+void Label::SetWidth(Single width) {
+  Control::SetWidth(width);
+  if (widget_ && shortens_) ShowText();
+}
+
+void Label::ShowText() {
+  const QString whole = ToQt(caption_);
+  if (!shortens_) return Text(widget_)->setText(whole);
+  const int room = Text(widget_)->contentsRect().width() - 2 * Text(widget_)->margin();
+  const QString shown = widget_->fontMetrics().elidedText(whole, Qt::ElideRight, room);
+  Text(widget_)->setText(shown);
+  Text(widget_)->setToolTip(shown == whole ? QString() : whole.trimmed());
+  SetAccessibleName(caption_);
 }
 
 void Label::SetAlignment(int16_t alignment) {
@@ -80,6 +100,14 @@ void Label::SetFontBold(bool bold) {
   FitToText();
 }
 
+void Label::SetFontItalic(bool italic) {
+  if (!widget_) return;
+  QFont font = widget_->font();
+  font.setItalic(italic);
+  widget_->setFont(font);
+  FitToText();
+}
+
 Single Label::FontSize() const {
   return widget_ ? static_cast<Single>(QFontInfo(widget_->font()).pixelSize() / kPixelsPerPoint) : 0;
 }
@@ -98,7 +126,9 @@ Single Label::TextWidth(const std::string& text) const {
 }
 
 void Label::FitToText() {
-  if (!auto_size_ || !widget_) return;
+  if (!widget_) return;
+  if (shortens_) ShowText();
+  if (!auto_size_) return;
   SetWidth(NaturalWidth());
   SetHeight(NaturalHeight());
 }

@@ -25,20 +25,25 @@ class Label : public Control {
   void SetBorder(bool border);
   /// The label takes the size of its text, now and with each new caption.
   void SetAutoSize(bool auto_size);
+  /// A caption that is too long for the label ends in dots, and shows whole as its tooltip.
+  void SetShortens(bool shortens);
+  void SetWidth(Single width) override;
   /// How wide `text` is in the label's font, in the label's unit.
   Single TextWidth(const std::string& text) const;
   bool FontBold() const;
   void SetFontBold(bool bold);
+  void SetFontItalic(bool italic);
   /// In points, 72 to the inch, at 96 logical pixels to the inch.
   Single FontSize() const;
   void SetFontSize(Single points);
 
  private:
+  void ShowText();
   void FitToText();
   std::string caption_;
   int16_t alignment_ = kAlignLeft;
   Color back_color_ = SystemColor::ButtonFace;
-  bool auto_size_ = false;
+  bool auto_size_ = false, shortens_ = false;
 };
 
 }  // namespace zelvane

@@ -1,7 +1,6 @@
 #include "surface/system/desktop/Screen.h"
 
 #include <QCursor>
-#include <QFontDatabase>
 #include <QGuiApplication>
 #include <QScreen>
 #include <algorithm>
@@ -78,13 +77,6 @@ Area BroughtOnto(const std::vector<Area>& screens, Area area) {
     return Way(area, MovedInto(a, area)) < Way(area, MovedInto(b, area));
   };
   return MovedInto(*std::min_element(screens.begin(), screens.end(), nearer), area);
-}
-
-std::vector<std::string> Fonts() {
-  std::vector<std::string> names;
-  for (const QString& family : QFontDatabase::families()) names.push_back(family.toStdString());
-  std::sort(names.begin(), names.end());
-  return names;
 }
 
 Point CursorPosition() {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <string>
 #include <vector>
 
 /// The screen that the program shows on.
@@ -22,9 +21,6 @@ std::vector<Area> WorkAreas();
 /// The area moved by as little as brings all of it onto `screens`, which may stand side by side; its top left
 /// where it's larger than any. It stays where there is no screen.
 Area BroughtOnto(const std::vector<Area>& screens, Area area);
-
-/// Names of the fonts, sorted.
-std::vector<std::string> Fonts();
 
 /// Logical pixels of the screen.
 struct Point {
