@@ -5,8 +5,9 @@ With ZELVANE_DESK_KEEP set the kept picture is written anew; look at it before i
 
 import os
 import re
+import shutil
 
-from desk import LEFT, RIGHT, SCREEN, Sheet, main, wait_for
+from desk import LEFT, RIGHT, SCREEN, Sheet, check, main, wait_for
 from pictures import Picture
 
 KEPT = os.path.join(os.path.dirname(os.path.abspath(__file__)), "kept", "every_tool.png")
@@ -142,4 +143,44 @@ def buttons_follow_the_pointer(desk):
     expect_looks(Straight_Line="sunken", Freehand="flat")
 
 
-main("paint_with_every_tool", at_100, at_300, buttons_follow_the_pointer)
+def text_in_a_picked_font(desk):
+    # A font that goes while the program runs stands first in the list.
+    going = desk.path("going.ttf")
+    shutil.copy("/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf", going)
+    os.environ["FONTCONFIG_FILE"] = desk.path("fonts.conf")
+    with open(desk.path("fonts.conf"), "w", encoding="utf-8") as settings:
+        settings.write(f"""<fontconfig><dir>{desk.folder}</dir><dir>/usr/share/fonts/truetype/dejavu</dir>
+            <cachedir>{desk.path("tmp")}</cachedir><match target="scan"><test name="file"><string>{going}</string></test>
+            <edit name="family" mode="assign"><string>Agoing</string></edit></match></fontconfig>""")
+    _, program, sheet = open_stripes(desk)
+
+    def ink():
+        screen = desk.screen()
+        return sum(screen.at(*sheet.place(x, y)) != sheet.picture.at(x, y)
+                   for x in range(125, 235) for y in range(15, 75))
+
+    program.press("Text Tool")
+    wait_for("the first font", lambda: program.shows(" Agoing"))
+    os.remove(going)
+    for pick in ("Agoing", "DejaVu Serif"):
+        program.press("Fonts")
+        program.press(pick)
+        wait_for(f"the font {pick}", lambda: program.shows(f" {pick}"))
+        wait_for("the list of fonts to go", lambda: not program.shows("DejaVu Sans Mono"))
+    program.press("Font styles")
+    wait_for("the keyboard in the list", lambda: program.shows("Bold Italic"))
+    program.key("b", "Return")
+    wait_for("the style", lambda: program.shows(" Bold") and not program.shows("Bold Italic"))
+    desk.click(*sheet.place(130, 20))
+    program.find("Text", role="text")
+    program.key("W", "e", "l", "l")
+    program.press("Apply Text")
+    wait_for("the box to close", lambda: not program.controls(
+        lambda control: control.name() == "Text" and "text" in control.role()))
+    desk.hand("mousemove", *sheet.place(60, 120))
+    check(ink() > 0, "nothing was printed")
+    program.key("ctrl+z")
+    wait_for("the text to be undone", lambda: ink() == 0)
+
+
+main("paint_with_every_tool", at_100, at_300, buttons_follow_the_pointer, text_in_a_picked_font)

@@ -29,6 +29,7 @@ class Text : public Session {
     ColorPanel->SelColor[0].SetBackColor(kInk);
     ColorPanel->SelColor[1].SetBackColor(kGround);
     SelectTool(kTextTool);
+    frmControls->lblFont.SetCaption(" DejaVu Sans");
   }
   static QTextEdit& Box() { return *qobject_cast<QTextEdit*>(Document().TextInput.Widget()); }
   static void Type(const char* keys) {
@@ -246,7 +247,7 @@ TEST_F(Text, BearsWhatNoPictureHolds) {
   }
   // Sizes that are no sizes leave the one before.
   Document().SetTextFont({"No such font at all", 0, false, false});
-  EXPECT_EQ(Document().Buffer.FontName(), "");
+  EXPECT_EQ(Document().Buffer.FontName(), "DejaVu Sans");
   EXPECT_EQ(Document().Buffer.FontSize(), 10);
   for (const QString& text : {QString(100000, 'W'), QString("Wort und noch eins\n").repeated(6000)}) {
     Click(10, 10);

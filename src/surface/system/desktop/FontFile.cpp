@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 
 #include "surface/codecs/ByteView.h"
@@ -48,6 +49,10 @@ std::optional<uint64_t> FindTable(const Piece& list, uint32_t name) {
   return std::nullopt;
 }
 
+int16_t Signed(uint32_t number) {
+  return static_cast<int16_t>(number);
+}
+
 }  // namespace
 
 std::optional<LineReach> ReadLineReach(const std::string& path, int face) {
@@ -58,6 +63,7 @@ std::optional<LineReach> ReadLineReach(const std::string& path, int face) {
   if (begin->Big32(0) == Mark("ttcf")) start = begin->Big32(kHeaderSize + 4 * static_cast<uint64_t>(face));
   const Piece list(file, start);
   const uint32_t kind = list->Big32(0);
+  if (list->Size() == 0 || kind == Mark("ttcf")) return std::nullopt;
   if (kind != kTrueType && kind != Mark("OTTO") && kind != Mark("true")) return LineReach{};
 
   const auto head = FindTable(list, Mark("head")), lines = FindTable(list, Mark("hhea"));
@@ -65,8 +71,13 @@ std::optional<LineReach> ReadLineReach(const std::string& path, int face) {
   const Piece head_table(file, *head), line_table(file, *lines);
   if (!head_table->Has(18, 2) || !line_table->Has(4, 4)) return std::nullopt;
   const double units = head_table->Big16(18);
-  const LineReach told = {static_cast<int16_t>(line_table->Big16(4)) / units,
-                          -static_cast<int16_t>(line_table->Big16(6)) / units};
+  LineReach told = {Signed(line_table->Big16(4)) / units, -Signed(line_table->Big16(6)) / units};
+  // Makers who keep lines close tell here how much room the letters need.
+  if (const auto letters = FindTable(list, Mark("OS/2"))) {
+    const Piece letter_table(file, *letters);
+    told.above = std::max(told.above, letter_table->Big16(74) / units);
+    told.below = std::max(told.below, letter_table->Big16(76) / units);
+  }
   const double height = told.above + told.below;
   return told.above >= 0 && told.below >= 0 && height >= kLowest && height <= kHighest ? told : LineReach{};
 }
