@@ -159,18 +159,21 @@ def text_in_a_picked_font(desk):
         return sum(screen.at(*sheet.place(x, y)) != sheet.picture.at(x, y)
                    for x in range(125, 235) for y in range(15, 75))
 
+    def drops_down(name):
+        return bool(program.controls(lambda control: control.name() == name and "list" in control.role()))
+
     program.press("Text Tool")
     wait_for("the first font", lambda: program.shows(" Agoing"))
     os.remove(going)
     for pick in ("Agoing", "DejaVu Serif"):
         program.press("Fonts")
+        program.find("Font", role="list")
         program.press(pick)
-        wait_for(f"the font {pick}", lambda: program.shows(f" {pick}"))
-        wait_for("the list of fonts to go", lambda: not program.shows("DejaVu Sans Mono"))
+        wait_for(f"the font {pick}", lambda: program.shows(f" {pick}") and not drops_down("Font"))
     program.press("Font styles")
-    wait_for("the keyboard in the list", lambda: program.shows("Bold Italic"))
+    program.find("Font style", role="list")
     program.key("b", "Return")
-    wait_for("the style", lambda: program.shows(" Bold") and not program.shows("Bold Italic"))
+    wait_for("the style", lambda: program.shows(" Bold") and not drops_down("Font style"))
     desk.click(*sheet.place(130, 20))
     program.find("Text", role="text")
     program.key("W", "e", "l", "l")
