@@ -94,7 +94,8 @@ BENCHMARK(PageScrolled)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterati
 }  // namespace zelvane
 
 int main(int argc, char** argv) {
-  const zelvane::ManyFonts fonts(qEnvironmentVariableIntegerValue("BENCH_FONTS").value_or(500));
+  const int asked = qEnvironmentVariableIntValue("BENCH_FONTS");
+  const zelvane::ManyFonts fonts(asked > 0 ? asked : 500);
   return zelvane::RunInProgram(argc, argv, [] {
     zelvane::Main("");
     return true;

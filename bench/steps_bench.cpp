@@ -602,8 +602,8 @@ double SecondsToType(QWidget& field, int key, const QString& text, std::vector<d
   return WallSeconds() - start;
 }
 
-/// A letter typed into a text of `state.range(0)` lines at 800 %, against the same in the toolkit's own field of the
-/// same font and size.
+/// A letter typed into a text of `state.range(0)` lines at 800 %, against the same in the toolkit's own field
+/// of the same font and size.
 void BM_TypeLetter(benchmark::State& state) {
   LargeSheet sheet;
   sheet.ZoomTo(8);

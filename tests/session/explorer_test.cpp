@@ -12,6 +12,7 @@
 #include "components/ExplorerView.h"
 #include "surface/forms/windows/EventLoop.h"
 #include "surface/forms/windows/Form.h"
+#include "surface/system/files/FolderWatch.h"
 
 namespace zelvane {
 namespace {
@@ -115,6 +116,11 @@ TEST_F(Explorer, TellsOfFoldersThatAreMadeRenamedOrRemovedButNotOfFiles) {
   fs::remove(Of("a/b3"));
   EXPECT_TRUE(hears(kLongEnoughMs));
   EXPECT_EQ(Rows(home) + Told(), "a(b* B10 \uFFFD) c da/b ");
+  // By a watch of its own, as others make folders in those above.
+  FolderWatch watch;
+  watch.OnChange = [&] { ++changes; };
+  folders_.OnFoldersChanged = nullptr;
+  watch.Adder()(Of("a"));
   std::ofstream(Of("a/file")) << "changed", std::ofstream(Of("a/more")) << "new", fs::remove(Of("a/link"));
   EXPECT_FALSE(hears(kSeveralPausesMs));
 }

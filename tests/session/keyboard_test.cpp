@@ -117,6 +117,10 @@ TEST_F(Keyboard, APictureHasItsOwn) {
   QApplication::sendEvent(first.PaintArea.Widget(), &held);
   EXPECT_EQ(MainForm->Children().size(), 2u);
   EXPECT_EQ(Answering({"Cancel"}, [&] { EXPECT_EQ(Key(Qt::Key_Escape, Qt::ShiftModifier), 1); }).size(), 1u);
+  // This platform has no window manager that would give it the keyboard back.
+  MainForm->Activate();
+  DoEvents();
+  first.PaintArea.SetFocus();
   EXPECT_EQ(Answering({"No"}, [&] { EXPECT_EQ(Key(Qt::Key_Escape), 0); }).size(), 1u);
   EXPECT_EQ(MainForm->Children().size(), 1u);
 }

@@ -31,7 +31,7 @@ int Faults(const std::optional<Bitmap>& icon, const Triangle& expected) {
 }
 
 /// The 64-bit program; its tree begins with a header of 16 bytes and the entries of both types.
-struct Programs : testing::Test {
+struct ProgramIcons : testing::Test {
   static constexpr size_t kTree = 0xA00, kGroupsEntry = kTree + 16 + 8;
   size_t Follow(size_t entry) const {
     return kTree + (ByteView(program.data(), program.size()).Little32(entry + 4) & 0x7FFFFFFF);
@@ -54,7 +54,7 @@ struct Programs : testing::Test {
   const Triangle second{kBlue, 32};
 };
 
-TEST_F(Programs, IconsAreDrawnFromThePictureThatSuits) {
+TEST_F(ProgramIcons, IconsAreDrawnFromThePictureThatSuits) {
   const Pixel half = 0xFF881018u;  // red at 128 of 255 on the ground
   const Triangle expected[] = {{kGreen, 32}, second,     {kGreen, 48}, {kGrey, 8}, {kGrey, 8},
                                {kGrey, 8},   {kGrey, 8}, {kGrey, 8},   {half, 8},  {kGrey, 8}};
@@ -68,7 +68,7 @@ TEST_F(Programs, IconsAreDrawnFromThePictureThatSuits) {
   EXPECT_LT(read, 2048u) << "no more than is needed";
 }
 
-TEST_F(Programs, DamagedOnesHoldWhatCanBeFound) {
+TEST_F(ProgramIcons, DamagedOnesHoldWhatCanBeFound) {
   const Bytes whole = program;
   for (const auto& [what, value, at] : {std::tuple{"another level", 0x80000000, groups + 20},
                                         {"data beyond the file", 0x7FFFFFF0, groups + 20},
