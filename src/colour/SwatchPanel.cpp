@@ -9,7 +9,7 @@ namespace {
 
 constexpr Single kPanelTop = 130, kPanelWidth = 156, kHeadingHeight = 16;  // pixels
 constexpr Single kGridWidth = 121, kGridHeight = 85, kFirstHeight = 21;    // pixels, seven rows of ten
-constexpr Single kBarWidth = 17, kFrame = 2, kBeside = 1;                  // pixels
+constexpr Single kBarWidth = 17, kBeside = 2;                              // pixels
 constexpr size_t kLongestTip = 100;                                        // bytes
 constexpr char kAddSwatch[] = "Add New Swatch";
 
@@ -42,18 +42,21 @@ void SwatchTile::ShowEntry(int index, const SwatchEntry& entry) {
 SwatchPanelControls::SwatchPanelControls(Control& RightBar)
     : Picture3(RightBar, "Picture3"),
       lblHeading(Picture3, "Label1(1)", "Swatches:"),
-      Background(Picture3, "Background", PictureSurface::Frame::Yes),
+      Background(Picture3, "Background"),
       Display(Background, "Display"),
       SwatchScroll(Display, "SwatchScroll"),
       ScrollSwatch(Picture3, "ScrollSwatch", ScrollBar::Direction::Vertical) {
   Picture3.SetBackColor(SystemColor::ButtonFace);
-  Picture3.Move(2, kPanelTop, kPanelWidth, kHeadingHeight + kGridHeight + kFrame);
+  Picture3.Move(2, kPanelTop, kPanelWidth, kHeadingHeight + kGridHeight);
   lblHeading.Move(0, 0, kGridWidth, kHeadingHeight);
   Background.SetBackColor(SystemColor::ButtonFace);
-  Background.Move(0, kHeadingHeight, kGridWidth + kFrame, kGridHeight + kFrame);
+  Background.Move(0, kHeadingHeight, kGridWidth, kGridHeight);
+  // Its frame and the outer borders of the swatches are one line.
+  Background.SetFillStyle(kFillTransparent);
+  Background.Box(0, 0, kGridWidth - 1, kGridHeight - 1, SystemColor::ButtonShadow);
   Display.Move(0, 0, kGridWidth, kSwatchSide);
   SwatchScroll.Move(0, 0, kGridWidth, kFirstHeight);
-  ScrollSwatch.Move(kGridWidth + kFrame + kBeside, kHeadingHeight, kBarWidth, kGridHeight + kFrame);
+  ScrollSwatch.Move(kGridWidth + kBeside, kHeadingHeight, kBarWidth, kGridHeight);
   ScrollSwatch.SetAccessibleName("Swatches");
   ScrollSwatch.SetEnabled(false);
   for (Control* free : {static_cast<Control*>(&Background), static_cast<Control*>(&SwatchScroll)}) {
@@ -64,14 +67,11 @@ SwatchPanelControls::SwatchPanelControls(Control& RightBar)
 
 void SwatchPanelControls::ShowTiles() {
   const auto top = static_cast<int>(-Display.Top()), bottom = top + static_cast<int>(kGridHeight);
-  const auto in_view = [&](const SwatchEntry& entry) {
-    return entry.Top + kSwatchSide > top && entry.Top < bottom;
-  };
-  // They stand row by row.
-  const auto first = std::partition_point(
-      Swatch.begin(), Swatch.end(), [&](const SwatchEntry& entry) { return entry.Top + kSwatchSide <= top; });
+  // They stand row by row. Of rows that only their border brings into view, the frame shows as much.
+  const auto is_above = [&](const SwatchEntry& entry) { return entry.Top + kSwatchSide - 1 <= top; };
+  const auto first = std::partition_point(Swatch.begin(), Swatch.end(), is_above);
   int shown = 0;
-  for (auto entry = first; entry != Swatch.end() && in_view(*entry); ++entry, ++shown) {
+  for (auto entry = first; entry != Swatch.end() && entry->Top + 1 < bottom; ++entry, ++shown) {
     if (shown == Tiles.Count()) FireEvent(OnTileMade, Tiles.Add(Display, "Swatch"));
     Tiles[shown].ShowEntry(static_cast<int>(entry - Swatch.begin()), *entry);
   }
