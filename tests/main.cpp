@@ -2,6 +2,7 @@
 
 #include <QFile>
 #include <QTemporaryDir>
+#include <filesystem>
 
 #include "surface/forms/windows/Application.h"
 
@@ -14,5 +15,8 @@ int main(int argc, char** argv) {
   qputenv("TMPDIR", own.path().toLocal8Bit());
   testing::InitGoogleTest(&argc, argv);
   const zelvane::Application toolkit(argc, argv);
-  return RUN_ALL_TESTS();
+  const int result = RUN_ALL_TESTS();
+  // The toolkit leaves names that aren't UTF-8.
+  std::filesystem::remove_all(own.path().toStdString());
+  return result;
 }
