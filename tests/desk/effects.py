@@ -76,4 +76,5 @@ def turned(desk):
     desk.expect_picture(path, Picture.of(150, 200, lambda x, y: picture.at(y, 149 - x)))
 
 
-main("effects", selection, turned)
+if __name__ == "__main__":
+    main("effects", selection, turned)

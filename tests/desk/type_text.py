@@ -60,4 +60,5 @@ def keys_are_the_boxs_own(desk):
     desk.expect_picture(path, sheet.picture)
 
 
-main("type_text", word_applied_and_undone, keys_are_the_boxs_own)
+if __name__ == "__main__":
+    main("type_text", word_applied_and_undone, keys_are_the_boxs_own)
