@@ -2,8 +2,10 @@
 
 #include "shell/HandOver.h"
 #include "shell/Main.h"
+#include "shell/state/DataFile.h"
 #include "surface/forms/windows/Application.h"
 #include "surface/forms/windows/Form.h"
+#include "surface/system/desktop/Fonts.h"
 
 namespace {
 
@@ -21,6 +23,8 @@ std::string Tail(int argc, char** argv) {
 
 int main(int argc, char** argv) {
   if (zelvane::HandOver(zelvane::PathFromCommandLine(Tail(argc, argv)))) return 0;
+  zelvane::OpenDataFileAhead();
+  zelvane::ReadFontsAhead();
   zelvane::Application application(argc, argv);
   const zelvane::StartResult start = zelvane::Main(Tail(argc, argv));
   int code = static_cast<int>(start);

@@ -1,9 +1,12 @@
 #include "shell/state/DataFile.h"
 
+#include <future>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "shell/state/State.h"
+#include "surface/raster/FailingStep.h"
 #include "surface/system/files/Files.h"
 #include "surface/system/files/Folders.h"
 #include "ui/MsgBox.h"
@@ -37,8 +40,19 @@ void DeleteDraft() {
   if (FileExists(State.DataTempPath)) DeleteFile(State.DataTempPath);
 }
 
+/// What `OpenDataFileAhead` has begun.
+std::future<std::unique_ptr<DataStore>> ahead;
+
+void NameDataFile() {
+  const std::string folder = DataFolder();
+  State.DataFilePath = JoinPath(folder, kDataFile);
+  State.DataTempPath = JoinPath(folder, kDraft);
+  State.DataPassword = kDataPassword;
+}
+
 bool Open() {
-  State.DataConnection = DataStore::Open(State.DataFilePath, State.DataPassword);
+  State.DataConnection =
+      ahead.valid() ? ahead.get() : DataStore::Open(State.DataFilePath, State.DataPassword);
   return State.DataConnection != nullptr;
 }
 
@@ -58,11 +72,13 @@ bool Repair() {
 
 }  // namespace
 
+void OpenDataFileAhead() {
+  NameDataFile();
+  Attempt([] { ahead = std::async(std::launch::async, DataStore::Open, State.DataFilePath, kDataPassword); });
+}
+
 bool OpenDataFile() {
-  const std::string folder = DataFolder();
-  State.DataFilePath = JoinPath(folder, kDataFile);
-  State.DataTempPath = JoinPath(folder, kDraft);
-  State.DataPassword = kDataPassword;
+  if (!ahead.valid()) NameDataFile();
   if (FileExists(State.DataFilePath) && (Open() || Repair())) return true;
   MsgBox("The Korvath data file is missing or corrupted!", kOkOnly + kStopIcon, kTitle);
   return false;

@@ -8,8 +8,10 @@
 #include <algorithm>
 #include <cstdlib>
 #include <memory>
+#include <thread>
 #include <unordered_map>
 
+#include "surface/raster/FailingStep.h"
 #include "surface/system/desktop/FontFile.h"
 #include "surface/system/text/QtText.h"
 #include "surface/system/text/ReadingOrder.h"
@@ -113,6 +115,10 @@ std::vector<std::string> FontNames(const FontFiles& files) {
 }
 
 }  // namespace
+
+void ReadFontsAhead() {
+  Attempt([] { std::thread(FcInit).detach(); });
+}
 
 std::vector<ScreenFont> ScreenFonts() {
   const FontFiles files;
