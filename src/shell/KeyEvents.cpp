@@ -10,6 +10,9 @@
 #include "imageops/ProgressDisplay.h"
 #include "surface/forms/windows/FormMade.h"
 #include "tools/OptionBars.h"
+#include "tools/Options.h"
+#include "tools/Selector.h"
+#include "tools/TextPickers.h"
 #include "tools/ToolButtons.h"
 #include "ui/RouteKey.h"
 
@@ -27,6 +30,18 @@ void DocumentKeyDown(Form& form, int16_t KeyCode, int16_t Shift) {
   if (KeyCode == kKeyF2) return form.SetWindowState(kMinimised);
   const auto& document = dynamic_cast<ImageDocument&>(form);
   if (!document.Down && !document.TextInput.HasFocus()) RouteKey(form, KeyCode, Shift);
+}
+
+/// Putting a picker or the slider away gives the keyboard back to the picture.
+void PickerKeyDown(int16_t KeyCode, int16_t Shift) {
+  if (KeyCode != kKeyEscape || (Shift != 0 && Shift != kShift)) return;
+  ReturnToPicture();
+  if (Shift == kShift) MainForm->Unload();
+}
+void SelectorKeyDown(int16_t KeyCode, int16_t Shift) {
+  if (KeyCode == kKeyEnter || (KeyCode == kKeyEscape && Shift == 0)) return ReturnToPicture();
+  if (KeyCode == kKeyEscape && Shift == kShift) MainForm->Unload();
+  if (KeyCode == kKeyF2) MainForm->SetWindowState(kMinimised);
 }
 
 template <class Controls>
@@ -54,6 +69,8 @@ void WireParts(MainWindow& window) {
   // The bars are the inside of `frmControls`.
   frmControls->OnKeyDown = MainKeyDown;
   OnEachKeyDown(frmControls->DrawToolbar, MainKeyDown);
+  frmFonts->Window.OnKeyDown = frmFontStyle->Window.OnKeyDown = PickerKeyDown;
+  frmSelector->Window.OnKeyDown = SelectorKeyDown;
 }
 
 /// The others have keys of their own.

@@ -46,7 +46,7 @@ void WireWindow(MainWindow& window) {
   };
   window.CmdTimer.OnTimer = [] { ToolButtons->Cmd.Hover(State.ToolButtonDown); };
   WireMenus(window.Menus);
-  WirePanels(window);
+  WirePanels();
   WireKeys(window);
 }
 

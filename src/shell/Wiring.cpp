@@ -6,7 +6,6 @@
 #include "document/layers/ImageDocument.h"
 #include "document/window/Clear.h"
 #include "document/window/ReadingDisplay.h"
-#include "shell/MainForm.h"
 #include "surface/forms/windows/Application.h"
 #include "tools/OptionBars.h"
 #include "tools/Options.h"
@@ -51,34 +50,14 @@ void WireTools() {
   frmControls->CmdButton[1].OnClick = CancelText_Click;
 }
 
-void WireSliderKeys(MainWindow& window) {
-  WireSelector();
-  frmSelector->Window.OnKeyDown = [&window](int16_t KeyCode, int16_t Shift) {
-    if (KeyCode == kKeyEnter || (KeyCode == kKeyEscape && Shift == 0)) return ReturnToPicture();
-    if (KeyCode == kKeyEscape && Shift == kShift) window.Unload();
-    if (KeyCode == kKeyF2) window.SetWindowState(kMinimised);
-  };
-}
-
-void WirePickerKeys(MainWindow& window) {
-  WireTextPickers();
-  for (DropDown* picker : {&frmFonts->Window, &frmFontStyle->Window}) {
-    picker->OnKeyDown = [&window](int16_t KeyCode, int16_t Shift) {
-      if (KeyCode != kKeyEscape || (Shift != 0 && Shift != kShift)) return;
-      UnClickButton();
-      if (Shift == kShift) window.Unload();
-    };
-  }
-}
-
 }  // namespace
 
-void WirePanels(MainWindow& window) {
+void WirePanels() {
   OnLongReading = ShowReading;
   OnMemoryShort = [] { MsgBox("There is not enough memory for this.", 48, "Zelvane"); };
   WireTools();
-  WireSliderKeys(window);
-  WirePickerKeys(window);
+  WireSelector();
+  WireTextPickers();
   WireColorPanel();
   WireSwatchPanel();
   ColorPanel->OnEditColor = [](int16_t Index) { frmColor->Edit(Index); };

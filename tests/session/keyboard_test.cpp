@@ -1,4 +1,5 @@
 #include <QAbstractItemView>
+#include <QAction>
 #include <QComboBox>
 #include <QTest>
 
@@ -8,16 +9,23 @@
 #include "colour/frmNewSwatch.h"
 #include "document/window/MakeDocument.h"
 #include "document/window/frmNew.h"
+#include "files/SaveDialog.h"
+#include "files/icons/IconExtractor.h"
 #include "imageops/ProgressDisplay.h"
 #include "imageops/frmPalette.h"
 #include "imageops/frmSize.h"
 #include "session/Session.h"
 #include "shell/MainForm.h"
 #include "shell/MenuEvents.h"
+#include "shell/frmAbout.h"
 #include "surface/forms/windows/EventLoop.h"
 #include "tools/OptionBars.h"
 #include "tools/SelectTool.h"
+#include "tools/Selector.h"
+#include "tools/TextPickers.h"
 #include "tools/ToolButtons.h"
+#include "ui/MessageBox.h"
+#include "ui/MsgBox.h"
 
 using namespace zelvane;
 
@@ -55,27 +63,48 @@ class Keyboard : public Session {
     DoEvents();
   }
 
-  /// From each of its controls Esc puts the dialog away, with Shift then the main window as well.
-  template <class Open, class IsUp>
-  void ExpectDialogKeys(Open open, IsUp is_up) {
-    for (const Qt::KeyboardModifier shift : {Qt::NoModifier, Qt::ShiftModifier}) {
-      size_t parts = 1;
-      for (size_t i = 0; i < parts; ++i) {
-        open();
-        DoEvents();
-        ASSERT_TRUE(is_up());
-        QList<QWidget*> stops;
-        for (QWidget* part : QApplication::activeWindow()->findChildren<QWidget*>())
-          if (part->isVisible() && (part->focusPolicy() & Qt::TabFocus)) stops << part;
-        parts = static_cast<size_t>(stops.size());
-        stops[static_cast<qsizetype>(i)]->setFocus();
-        EXPECT_EQ(Key(Qt::Key_F2) + Key(Qt::Key_Escape, Qt::ControlModifier), 0);
-        ASSERT_TRUE(is_up());
-        EXPECT_EQ(Key(Qt::Key_Escape, shift), shift == Qt::ShiftModifier);
+  /// From each of a dialog's controls Esc puts it away, and F2 does nothing. Where it's `Routed`, Esc with
+  /// Shift closes the main window as well, with Ctrl nothing; one with `Own` keys looks at neither.
+  enum Keys { Routed, Own };
+  void ExpectDialogKeys(Keys keys, const std::function<void()>& open, const std::function<bool()>& is_up) {
+    for (const Qt::KeyboardModifier shift : {Qt::NoModifier, Qt::ShiftModifier, Qt::ControlModifier}) {
+      qsizetype parts = 1;
+      for (qsizetype i = 0; i < parts; ++i) {
+        OnceUp(open, is_up, [&] {
+          QList<QWidget*> stops;
+          for (QWidget* part : QApplication::activeWindow()->findChildren<QWidget*>())
+            if (part->isVisible() && (part->focusPolicy() & Qt::TabFocus)) stops << part;
+          parts = stops.size();
+          stops[i]->setFocus();
+          SCOPED_TRACE(stops[i]->objectName().toStdString());
+          EXPECT_EQ(Key(Qt::Key_F2), 0);
+          EXPECT_TRUE(is_up());
+          EXPECT_EQ(Key(Qt::Key_Escape, shift), keys == Routed && shift == Qt::ShiftModifier);
+          EXPECT_EQ(is_up(), keys == Routed && shift == Qt::ControlModifier);
+          if (is_up()) Key(Qt::Key_Escape);
+        });
         EXPECT_FALSE(is_up());
-        EXPECT_TRUE(MainForm->Enabled());
+        EXPECT_TRUE(MainForm->Enabled() && MainForm->WindowState() == kNormal);
       }
     }
+  }
+
+  /// Runs `step` as soon as the dialog is up, also where `open` returns only after it.
+  void OnceUp(const std::function<void()>& open, const std::function<bool()>& is_up,
+              const std::function<void()>& step) {
+    QTimer waiting;
+    QObject::connect(&waiting, &QTimer::timeout, [&] {
+      const QWidget* active = QApplication::activeWindow();
+      if (!is_up() || !active || active == MainForm->Widget()) return;
+      waiting.stop();
+      step();
+      expects_dialogs_ = false;
+    });
+    waiting.start(1);
+    expects_dialogs_ = true;
+    open();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !waiting.isActive(); }));
+    DoEvents();
   }
 
   int asked_ = 0;
@@ -125,24 +154,78 @@ TEST_F(Keyboard, APictureHasItsOwn) {
   EXPECT_EQ(MainForm->Children().size(), 1u);
 }
 
+TEST_F(Keyboard, ATextBoxKeepsEsc) {
+  MakeDocument(200, 100, kWhite, {"picture", ""});
+  SelectTool(kTextTool);
+  Click(20, 20);
+  ASSERT_TRUE(Document().TextInput.HasFocus());
+  EXPECT_EQ(Key(Qt::Key_Escape) + Key(Qt::Key_Escape, Qt::ShiftModifier), 0);
+  EXPECT_TRUE(Document().TextInput.HasFocus());
+  Key(Qt::Key_F2);
+  EXPECT_EQ(Document().WindowState(), kMinimised);
+  EXPECT_EQ(MainForm->WindowState(), kNormal);
+}
+
 TEST_F(Keyboard, DialogsHaveNoneButEsc) {
-  ExpectDialogKeys(NewImage_Click, [] { return frmNew->Visible(); });
+  ExpectDialogKeys(Routed, NewImage_Click, [] { return frmNew->Visible(); });
   MakeDocument(40, 30, kWhite, {"picture", ""});
-  ExpectDialogKeys(ImageSize_Click, [] { return frmSize->Visible(); });
-  ExpectDialogKeys([] { ColorPanel->OnEditColor(0); }, [] { return frmColor->Visible(); });
-  ExpectDialogKeys([] { ClickOn(SwatchPanel->Background); }, [] { return frmNewSwatch.IsLoaded(); });
-  ExpectDialogKeys(ImagePalette_Click, [] { return frmPalette.IsLoaded(); });
+  ExpectDialogKeys(Routed, ImageSize_Click, [] { return frmSize->Visible(); });
+  ExpectDialogKeys(
+      Routed, [] { ColorPanel->OnEditColor(0); }, [] { return frmColor->Visible(); });
+  ExpectDialogKeys(
+      Routed, [] { ClickOn(SwatchPanel->Background); }, [] { return frmNewSwatch.IsLoaded(); });
+  ExpectDialogKeys(Routed, ImagePalette_Click, [] { return frmPalette.IsLoaded() && frmPalette->Visible(); });
+}
+
+TEST_F(Keyboard, WindowsWithTheirOwnLeaveTheMainOneAlone) {
+  // A stray Esc would bring a question up for it.
+  MakeDocument(40, 30, kWhite, {"picture", ""}).Dirty = true;
+  const auto command = [](const char* name) {
+    return [name] { MainForm->Activate(), MainForm->Widget()->findChild<QAction*>(name)->trigger(); };
+  };
+  ExpectDialogKeys(Own, command("AboutKorvath"), [] { return frmAbout.IsLoaded() && frmAbout->Visible(); });
+  ExpectDialogKeys(Own, command("mnuIcon"), [] { return IconExtractor->Visible(); });
+  ExpectDialogKeys(Own, command("FileOpen"), [] { return SaveDialog.IsLoaded() && SaveDialog->Visible(); });
+  ExpectDialogKeys(
+      Own, [] { MsgBox("?", 3, "Zelvane"); }, [] { return MessageBox.IsLoaded() && MessageBox->Visible(); });
 }
 
 TEST_F(Keyboard, WhatDropsDownKeepsEsc) {
+  frmPaint& picture = MakeDocument(40, 30, kWhite, {"picture", ""});
+  picture.Dirty = true;
+  struct Place {
+    Tool tool;
+    const Control &button, &window;
+    Control& keyboard;
+    int shift_asks = 1;
+    int16_t after_f2 = kNormal;
+  };
+  const PictureSurface& slider = frmControls->CmdDropDown[kPenWidth];
+  for (const Place& place : std::initializer_list<Place>{
+           {kTextTool, frmControls->CmdFont, frmFonts->Window, frmFonts->List},
+           {kTextTool, frmControls->CmdFontStyle, frmFontStyle->Window, frmFontStyle->List},
+           {kPenTool, slider, frmSelector->Window, frmSelector->ScrollBlock, 1, kMinimised},
+           {kPenTool, slider, frmSelector->Window, frmControls->pixelSelector[kPenWidth], 0}}) {
+    SCOPED_TRACE(place.keyboard.Name());
+    for (const Qt::KeyboardModifier shift : {Qt::NoModifier, Qt::ShiftModifier}) {
+      SelectTool(place.tool);
+      ClickOn(place.button);
+      place.keyboard.SetFocus();
+      ASSERT_TRUE(place.window.Visible());
+      Key(Qt::Key_F2);
+      EXPECT_EQ(MainForm->WindowState(), place.after_f2);
+      MainForm->Activate(), DoEvents();
+      EXPECT_EQ(Key(Qt::Key_Escape, shift), shift == Qt::ShiftModifier ? place.shift_asks : 0);
+      EXPECT_EQ(picture.WindowState(), kNormal);
+      const bool is_back = !place.window.Visible() && picture.PaintArea.HasFocus();
+      EXPECT_TRUE(is_back || shift == Qt::ShiftModifier);
+    }
+  }
   SelectTool(kMagnifyingTool);
   auto* zoom = static_cast<QComboBox*>(frmControls->comboZoom.Widget());
   zoom->setFocus();
   zoom->showPopup();
+  asked_ = 0;
   QTest::keyClick(zoom->view(), Qt::Key_Escape);
   EXPECT_FALSE(zoom->view()->isVisible() || asked_ > 0);
-  SelectTool(kPenTool);
-  ClickOn(frmControls->CmdDropDown[kPenWidth]);
-  EXPECT_EQ(Key(Qt::Key_Escape), 0);
-  EXPECT_LT(frmControls->OpenSelector, 0);
 }
