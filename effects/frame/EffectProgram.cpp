@@ -2,6 +2,8 @@
 
 #include <QApplication>
 #include <QMessageBox>
+#include <QPainter>
+#include <QSvgRenderer>
 #include <cstdio>
 #include <string>
 
@@ -10,6 +12,11 @@
 #include "surface/raster/FailingStep.h"
 #include "surface/system/files/Files.h"
 #include "surface/system/files/PictureFile.h"
+
+/// The icon is in a library, from which it has to be fetched; outside any namespace, as the toolkit asks.
+static void RegisterIcon() {
+  Q_INIT_RESOURCE(icon);
+}
 
 namespace zelvane {
 namespace {
@@ -43,10 +50,27 @@ int ApplyToFile(const Effect& effect, const Order& order, const std::string& pro
   return Complain(program, order.path + " stays as it was: " + reason, kFailed);
 }
 
+/// That of the program which the effect is a part of for the person.
+QIcon ProgramIcon() {
+  RegisterIcon();
+  QSvgRenderer drawing(QString(":/zelvane.svg"));
+  QIcon icon;
+  for (const int side : {16, 24, 32, 48, 64, 128}) {
+    QPixmap pixels(side, side);
+    pixels.fill(Qt::transparent);
+    QPainter painter(&pixels);
+    drawing.render(&painter);
+    painter.end();
+    icon.addPixmap(pixels);
+  }
+  return icon;
+}
+
 int ShowWindow(const Effect& effect, const std::string& path, int argc, char** argv) {
   const QApplication toolkit(argc, argv);
   QApplication::setApplicationName("Zelvane");
   QApplication::setDesktopFileName("zelvane");
+  QApplication::setWindowIcon(ProgramIcon());
   auto picture = LoadPicture(path);
   if (!picture) {
     QMessageBox::critical(nullptr, QString::fromStdString(effect.title),
