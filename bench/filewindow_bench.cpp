@@ -7,9 +7,9 @@
 
 #include "PaintWatch.h"
 #include "Ratio.h"
+#include "RunInProgram.h"
 #include "files/FileDialog.h"
 #include "files/SaveDialog.h"
-#include "surface/forms/windows/Application.h"
 #include "surface/forms/windows/EventLoop.h"
 
 /// The file window: how long it takes from the command until its list is painted, and what scrolling costs.
@@ -85,8 +85,5 @@ BENCHMARK(PageScrolled)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterati
 }  // namespace zelvane
 
 int main(int argc, char** argv) {
-  zelvane::Application application(argc, argv);
-  benchmark::Initialize(&argc, argv);
-  benchmark::RunSpecifiedBenchmarks();
-  zelvane::DestroyForms();
+  return zelvane::RunInProgram(argc, argv);
 }

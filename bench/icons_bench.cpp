@@ -4,9 +4,9 @@
 
 #include "PaintWatch.h"
 #include "Ratio.h"
+#include "RunInProgram.h"
 #include "files/icons/IconExtractor.h"
 #include "surface/codecs/LittleBytes.h"
-#include "surface/forms/windows/Application.h"
 #include "surface/forms/windows/EventLoop.h"
 #include "surface/system/files/Files.h"
 
@@ -109,8 +109,5 @@ BENCHMARK(NextIcon)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(
 }  // namespace zelvane
 
 int main(int argc, char** argv) {
-  zelvane::Application application(argc, argv);
-  benchmark::Initialize(&argc, argv);
-  benchmark::RunSpecifiedBenchmarks();
-  zelvane::DestroyForms();
+  return zelvane::RunInProgram(argc, argv);
 }

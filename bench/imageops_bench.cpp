@@ -39,18 +39,11 @@ class Sheet {
       : document_(MakeDocument(kWidth, kHeight, kWhite, {"Sheet", ""})) {
     document_.Buffer.SetImage(Noise(colors));
   }
-  ~Sheet() {
-    document_.SetDirtyFalse();
-    document_.Unload();
-    DoEvents();
-  }
-  Sheet(const Sheet&) = delete;
-  Sheet& operator=(const Sheet&) = delete;
-
   frmPaint* operator->() { return &document_; }
 
  private:
   frmPaint& document_;
+  const ClosedAtEnd closed_{document_};
 };
 
 class Memcpy {

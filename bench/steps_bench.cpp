@@ -71,13 +71,6 @@ class PaintCounter : public QObject {
 class Sheet {
  public:
   Sheet(int width, int height, int view_width, int view_height, Single left = 0);
-  ~Sheet() {
-    document_.SetDirtyFalse();
-    document_.Unload();
-    DoEvents();
-  }
-  Sheet(const Sheet&) = delete;
-  Sheet& operator=(const Sheet&) = delete;
 
   frmPaint& Document() { return document_; }
   /// Pixels of the view that were painted so far.
@@ -105,6 +98,7 @@ class Sheet {
 
   frmPaint& document_;
   PaintCounter counter_;
+  const ClosedAtEnd closed_{document_};
 };
 
 Sheet::Sheet(int width, int height, int view_width, int view_height, Single left)
