@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Makes icons.dll (64 bits) and icons.exe (32 bits), by Debian's packages binutils-mingw-w64-i686, -x86-64 and cpp.
+"""Makes icons.dll (64 bits) and icons.exe (32 bits), by Debian's packages binutils-mingw-w64-i686, -x86-64 and cpp,
+and icons16.exe (16 bits), for which no package has a tool.
 
 make_program_seeds.py FOLDER [NUMBER...] puts them into the folder, with all of the icons below or those of the numbers.
 Each icon shows a triangle in one colour, pixel (x, y) where x > y; the rest is clear.
@@ -65,9 +66,34 @@ ICONS = [
     icon((8, 32, png(8, GREY))),
 ]
 
+def segmented(icons, shift=4, data_at=0x200):
+    """A program of 16 bits that has nothing but icons, each piece at a multiple of 2^shift."""
+    groups, images = [], []
+    for file in icons:
+        count, = struct.unpack_from("<H", file, 4)
+        group = file[:6]
+        for entry in range(6, 6 + 16 * count, 16):
+            size, at = struct.unpack_from("<II", file, entry + 8)
+            images.append(file[at:at + size])
+            group += file[entry:entry + 12] + struct.pack("<H", len(images))
+        groups.append(group)
+    table, data = struct.pack("<H", shift), b""
+    for kind, pieces in (14, groups), (3, images):
+        table += struct.pack("<HHI", 0x8000 | kind, len(pieces), 0)
+        for number, piece in enumerate(pieces, 1):
+            place = (data_at + len(data)) >> shift
+            data += piece + bytes(-len(piece) % (1 << shift))
+            table += struct.pack("<HHHHI", place, -(-len(piece) >> shift), 0x1C10, 0x8000 | number, 0)
+    table += bytes(2)
+    header = b"NE" + bytes(34) + struct.pack("<HH", 64, 64 + len(table)) + bytes(24)
+    return (b"MZ" + bytes(58) + struct.pack("<I", 64) + header + table).ljust(data_at, b"\0") + data
+
+
 if __name__ == "__main__":
     target = os.path.abspath(sys.argv[1])
     chosen = [int(number) for number in sys.argv[2:]] or range(len(ICONS))
+    with open(os.path.join(target, "icons16.exe"), "wb") as file:
+        file.write(segmented([ICONS[number] for number in chosen]))
     with tempfile.TemporaryDirectory() as folder:
         os.chdir(folder)
         with open("icons.rc", "w", encoding="ascii") as script:

@@ -8,8 +8,8 @@
 
 namespace zelvane {
 
-/// The icons in a Windows executable or library of 32 or 64 bits, or the one that an icon or pointer file is,
-/// whatever the file's name says. Reads only the pieces that it needs.
+/// The icons in a Windows executable or library of 16, 32 or 64 bits, or the one that an icon or pointer file
+/// is, whatever the file's name says. Reads only the pieces that it needs.
 class IconLibrary {
  public:
   /// How many pixels an icon is drawn high and wide.

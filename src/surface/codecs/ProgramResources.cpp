@@ -8,6 +8,8 @@ namespace zelvane {
 namespace {
 
 constexpr uint32_t kTopBit = 0x80000000u;
+/// In a table of 16 bits, of what is a number and no text.
+constexpr uint32_t kNumber = 0x8000;
 
 /// Where the resources are in memory; 0 where the header lists none.
 uint32_t TreeAddress(ByteView optional_header) {
@@ -23,13 +25,20 @@ uint32_t TreeAddress(ByteView optional_header) {
 }  // namespace
 
 ProgramResources::ProgramResources(RangeReader read) : read_(std::move(read)) {
-  constexpr size_t kOldHeader = 64, kHeader = 24, kOptionalHeader = 240, kSection = 40;
+  constexpr size_t kOldHeader = 64, kNewHeader = 40, kLargestTable = 0x10000;
   const Bytes start = read_(0, kOldHeader);
   if (!View(start).StartsWith("MZ", 2)) return;
   const uint64_t header_at = View(start).Little32(60);
+  const Bytes header = read_(header_at, kNewHeader);
+  if (View(header).StartsWith("PE\0\0", 4)) FindTree(header_at);
+  const uint32_t table = View(header).Little16(36), names = View(header).Little16(38);
+  if (View(header).StartsWith("NE", 2) && table != names) table_ = read_(header_at + table, kLargestTable);
+}
+
+void ProgramResources::FindTree(uint64_t header_at) {
+  constexpr size_t kHeader = 24, kOptionalHeader = 240, kSection = 40;
   const Bytes header_bytes = read_(header_at, kHeader + kOptionalHeader);
   const ByteView header = View(header_bytes);
-  if (!header.StartsWith("PE\0\0", 4)) return;
   const uint32_t section_count = header.Little16(6), optional_size = header.Little16(20);
   const Bytes table = read_(header_at + kHeader + optional_size, section_count * kSection);
   for (uint64_t at = 0; View(table).Has(at, kSection); at += kSection) {
@@ -61,8 +70,29 @@ std::vector<ProgramResources::Entry> ProgramResources::EntriesOf(uint32_t direct
   return entries;
 }
 
+/// Places and sizes are told in units of a power of two.
+std::vector<ProgramResources::Entry> ProgramResources::InTable(uint32_t type) const {
+  constexpr size_t kShift = 2, kType = 8, kEntry = 12;
+  constexpr uint32_t kMostShift = 15;
+  const ByteView table = View(table_);
+  const uint32_t shift = table.Little16(0);
+  std::vector<Entry> entries;
+  if (shift > kMostShift) return entries;
+  for (uint64_t at = kShift; table.Has(at, kType) && table.Little16(at) != 0;) {
+    const bool is_wanted = table.Little16(at) == (kNumber | type);
+    const uint64_t end = at + kType + table.Little16(at + 2) * kEntry;
+    for (at += kType; is_wanted && at < end && table.Has(at, kEntry); at += kEntry) {
+      const uint32_t name = table.Little16(at + 6);
+      entries.push_back({name & kNumber ? name & ~kNumber : kTopBit | name, table.Little16(at) << shift,
+                         table.Little16(at + 2) << shift});
+    }
+    at = end;
+  }
+  return entries;
+}
+
 std::vector<ProgramResources::Entry> ProgramResources::OfType(uint32_t type) const {
-  if (!tree_) return {};
+  if (!tree_) return InTable(type);
   for (const Entry& entry : EntriesOf(0)) {
     if (entry.name == type && (entry.leads_to & kTopBit)) return EntriesOf(entry.leads_to);
   }
@@ -71,7 +101,7 @@ std::vector<ProgramResources::Entry> ProgramResources::OfType(uint32_t type) con
 
 Bytes ProgramResources::DataOf(const Entry& entry, size_t most) const {
   constexpr size_t kPlaceAndSize = 8;
-  if (!tree_) return {};
+  if (!tree_) return entry.size <= most ? read_(entry.leads_to, entry.size) : Bytes{};
   uint32_t leads_to = entry.leads_to;
   if (leads_to & kTopBit) {
     const std::vector<Entry> languages = EntriesOf(leads_to, 1);

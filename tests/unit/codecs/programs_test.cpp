@@ -48,6 +48,26 @@ struct ProgramIcons : testing::Test {
       return part;
     });
   }
+  /// What the program holds of icons in one of 16 bits, each piece at a multiple of 2^shift.
+  static Bytes Segmented(int shift) {
+    const ProgramResources resources(RangesOf(TEST_DATA "/programs/icons.dll"));
+    constexpr size_t kData = 0x1000;
+    Bytes data, start = Padded(Text("MZ"), 60) + Numbers({64}, 4);
+    start = Padded(start + Text("NE"), 64 + 36) + Numbers({40, 0xFFFF, static_cast<uint64_t>(shift)}, 2);
+    for (const uint32_t type : {ProgramResources::kIconGroup, ProgramResources::kIcon}) {
+      const auto entries = resources.OfType(type);
+      start = start + Numbers({0x8000 | type, entries.size(), 0, 0}, 2);
+      for (const auto& entry : entries) {
+        const size_t place = kData + data.size();
+        const Bytes piece = resources.DataOf(entry, SIZE_MAX);
+        data = Padded(data + piece, (data.size() + piece.size() + (1u << shift) - 1) >> shift << shift);
+        const uint64_t units = (kData + data.size() - place) >> shift, is_text = entry.name >> 31;
+        start = start + Numbers({place >> shift, units, 0, is_text ? 3 : 0x8000 | entry.name, 0, 0}, 2);
+      }
+    }
+    return Padded(start, kData) + data;
+  }
+  static Bytes Padded(Bytes bytes, size_t size) { return bytes.resize(size), bytes; }
   Bytes program = RangesOf(TEST_DATA "/programs/icons.dll")(0, SIZE_MAX);
   size_t read = 0;
   const size_t groups = Follow(kGroupsEntry), first_data = Follow(Follow(groups + 16) + 16);
@@ -66,6 +86,36 @@ TEST_F(ProgramIcons, IconsAreDrawnFromThePictureThatSuits) {
   }
   Library().Draw(0, kGround);
   EXPECT_LT(read, 2048u) << "no more than is needed";
+}
+
+TEST_F(ProgramIcons, ThoseOf16BitsAreTheSame) {
+  const IconLibrary original(RangesOf(TEST_DATA "/programs/icons.dll"));
+  for (const int shift : {0, 4, 9}) {
+    program = Segmented(shift);
+    const IconLibrary icons = Library();
+    ASSERT_EQ(icons.Count(), original.Count());
+    for (int i = 0; i < icons.Count(); ++i) EXPECT_EQ(icons.Draw(i, kGround), original.Draw(i, kGround)) << i;
+  }
+  constexpr size_t kTable = 64 + 40, kFirst = kTable + 2 + 8;
+  for (const auto& [what, value, at] : {std::tuple{"data beyond the file", 0xFFFF, kFirst},
+                                        {"more of it than there is", 0xFFFF, kFirst + 2},
+                                        {"a text where a number was", 1, kFirst + 10 * 12 + 8 + 6}}) {
+    program = Segmented(9);
+    Write(value, 2, at);
+    EXPECT_EQ(Library().Count(), 10) << what;
+    Library().Draw(0, kGround);
+    EXPECT_EQ(Faults(Library().Draw(1, kGround), second), 0) << what;
+  }
+  Write(0xFFFF, 2, kTable + 4);
+  EXPECT_LT(Library().Count(), 0x10000 / 12) << "entries without end";
+  Write(64, 2, kTable);
+  EXPECT_EQ(Library().Count(), 0) << "units of 2^64";
+  const Bytes whole = Segmented(0);
+  for (size_t at = 0; at < 0x200; ++at) {
+    program = Part(whole, 0, at);
+    ASSERT_LE(Library().Count(), 10) << "cut at " << at;
+    Library().Draw(0, kGround);
+  }
 }
 
 TEST_F(ProgramIcons, DamagedOnesHoldWhatCanBeFound) {
