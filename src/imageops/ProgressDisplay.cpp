@@ -1,9 +1,11 @@
 #include "imageops/ProgressDisplay.h"
 
+#include <algorithm>
+
 namespace zelvane {
 namespace {
 
-constexpr Single kHeight = 24, kMargin = 4;  // pixels
+constexpr Single kLeastHeight = 24, kLeft = 8, kMargin = 4, kLeastWay = 100;  // pixels
 
 }  // namespace
 
@@ -12,15 +14,18 @@ ProgressControls::ProgressControls(MdiForm& main)
       lblProcessing(ProcessBg, "lblProcessing", "Processing:"),
       Process(ProcessBg, "Process"),
       ProcessBar(Process, "ProcessBar") {
-  ProcessBg.SetHeight(kHeight);
+  const Single text = lblProcessing.NaturalWidth();
+  const Single row = std::max(lblProcessing.NaturalHeight(), kLeastHeight - 2 * kMargin);
+  const Single bar = kLeft + text + 2 * kMargin;
+  ProcessBg.SetHeight(row + 2 * kMargin);
   ProcessBg.SetBackColor(SystemColor::ButtonFace);
   ProcessBg.SetAlign(Align::Bottom);
   ProcessBg.SetVisible(false);
-  lblProcessing.Move(8, kMargin, 80, kHeight - 2 * kMargin);
-  Process.Move(92, kMargin, 100, kHeight - 2 * kMargin);
+  lblProcessing.Move(kLeft, kMargin, text, row);
+  Process.Move(bar, kMargin, kLeastWay, row);
   Process.SetBackColor(SystemColor::WindowBackground);
   ProcessBar.SetBackColor(SystemColor::ActiveCaption);
-  ProcessBar.Move(0, 0, 1, kHeight - 2 * kMargin);
+  ProcessBar.Move(0, 0, 1, row);
 }
 
 }  // namespace zelvane

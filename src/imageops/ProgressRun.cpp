@@ -13,6 +13,8 @@ int standing = 0;
 
 ProgressRun::ProgressRun() {
   if (standing++ > 0 || !Progress || !MdiForm::Main()) return;
+  // Only this isn't greyed with the window.
+  Progress->lblProcessing.SetForeColor(SystemColor::ButtonText);
   Progress->ProcessBg.SetVisible(true);
   Progress->ProcessBar.SetWidth(1);
   Progress->ProcessBar.SetVisible(true);
