@@ -160,12 +160,14 @@ TEST_F(Effects, RotateMakesADocumentInPlaceOfTheOldOne) {
   MakeEffect("rotate.exe", Shell("echo rubbish > \"$1\""));
   frmPaint& old = StartWith(red_);
   old.Move(450, 300);
+  ZoomTo(2);
   const std::string caption = old.Caption(), path = old.Buffer.Tag();
   RunEffect("rotate.exe");
   EXPECT_EQ(Picture(Document().Buffer), red_) << "rubbish loses no picture";
   RunEffect("Rotate.EXE");
   EXPECT_EQ(Picture(Document().Buffer), turned);
   EXPECT_EQ(Document().Caption() + Document().Buffer.Tag(), caption + path);
+  EXPECT_EQ(Document().Zoom, 200);
   EXPECT_EQ(QPointF(Document().Left(), Document().Top()), QPointF(450, 300));
   EXPECT_TRUE(Document().OpenedFile && Document().Dirty && Document().Undo.Image().IsEmpty());
   ExpectOver("rotate");

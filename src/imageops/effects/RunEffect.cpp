@@ -12,6 +12,7 @@
 #include "surface/raster/FailingStep.h"
 #include "surface/system/desktop/Programs.h"
 #include "surface/system/files/ExchangeFile.h"
+#include "tools/OptionBars.h"
 #include "ui/MsgBox.h"
 
 namespace zelvane {
@@ -71,15 +72,18 @@ void TakeResult(ImageDocument& document, std::optional<LoadedPicture> result) {
   RefreshPaintArea(document.Buffer);
 }
 
-/// The new document stands before the old one goes, so that a failure loses nothing.
+/// The new document stands before the old one goes, so that a failure loses nothing. The zoom box, which
+/// shows the new one's 100 % meanwhile, hands the old one's zoom on.
 void ReplaceDocument(ImageDocument& old, LoadedPicture result) {
   const DocumentName name = {old.Tag(), old.Buffer.Tag()};
+  const int multiple = old.ZoomMultiple();
   frmPaint& document = MakeDocument(std::move(result), name, DocumentPlace{old.Left(), old.Top()});
   document.OpenedFile = true;
   document.File = old.File;
   document.Dirty = true;
   old.SetDirtyFalse();
   old.Unload();
+  frmControls->comboZoom.SetListIndex(multiple - 1);
   document.ChangeZoomFactor();
   document.Form_Activate();
 }
