@@ -106,6 +106,7 @@ void EffectWindow::MakeButtons() {
   connect(before_, &QPushButton::released, this, [this] { ShowBefore(false); });
   progress_ = new QProgressBar;
   progress_->setRange(0, 100);
+  progress_->setFormat("%p %");  // as the zoom beside it
   progress_->setAccessibleName("Progress");
   QSizePolicy policy = progress_->sizePolicy();
   policy.setRetainSizeWhenHidden(true);
