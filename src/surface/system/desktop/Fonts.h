@@ -12,8 +12,8 @@ struct ScreenFont {
   double below = 0;
 };
 
-/// Begins to read the font configuration, which the first text on the screen needs, on a thread of its own: it
-/// takes about as long as the toolkit takes to reach the desktop. Needs nothing of the toolkit.
+/// Begins to read the font configuration, which the first text on the screen needs, on a thread of its own:
+/// it takes about as long as the toolkit takes to reach the desktop. Needs nothing of the toolkit.
 void ReadFontsAhead();
 
 /// The fonts that can be loaded, sorted as people read them; never none, as there's always one that the
