@@ -10,8 +10,8 @@
 #include "shell/state/Settings.h"
 #include "surface/forms/controls/Timer.h"
 #include "surface/forms/windows/EventLoop.h"
+#include "surface/raster/FailingStep.h"
 #include "surface/system/desktop/Programs.h"
-#include "surface/system/files/Files.h"
 
 namespace zelvane {
 namespace {
@@ -20,7 +20,11 @@ constexpr int kPatienceMs = 3000, kRetryMs = 100;
 
 /// Pictures that were handed over and have yet to open.
 struct WaitingPictures {
-  std::deque<std::string> paths;
+  struct Picture {
+    std::string path;
+    StandBy start;
+  };
+  std::deque<Picture> pictures;
   bool may_open = false;  ///< the interface stands
   bool is_due = false;    ///< the next one opens as soon as no handler runs
   /// Runs while there are pictures and the program is busy with something else.
@@ -36,31 +40,37 @@ bool IsFree() {
 }
 
 void OpenNext() {
-  if (!waiting || waiting->paths.empty()) return;
+  if (!waiting || waiting->pictures.empty()) return;
   waiting->is_due = false;
   waiting->retry.SetEnabled(!IsFree());
   if (!IsFree()) return;
-  WriteSetting("CommandLine2", waiting->paths.front());
-  waiting->paths.pop_front();
-  frmMonitor->Form_Activate();
+  const WaitingPictures::Picture next = std::move(waiting->pictures.front());
+  waiting->pictures.pop_front();
+  Attempt([&] {
+    WriteSetting("CommandLine2", next.path);
+    frmMonitor->Form_Activate();
+  });
+  next.start.TellDone();
   OpenHandedOver();
 }
 
-void Receive(const StartOrder& order) {
-  if (!order.path.empty()) waiting->paths.push_back(order.path);
+void Receive(const StartOrder& order, StandBy start) {
+  if (!order.path.empty()) waiting->pictures.push_back({order.path, std::move(start)});
   if (MainForm.IsLoaded() && MainForm->Visible()) BringToFront(*MainForm->Widget(), order.activation);
   if (waiting->may_open) OpenHandedOver();
-}
-
-/// Quotes are taken from the ends of what a program is started with; a name may end in one of its own.
-std::string InQuotes(const std::string& path) {
-  return '"' + path + '"';
 }
 
 }  // namespace
 
 bool HandOver(const std::string& path) {
-  return ThisInstance.Begin({path, ActivationOfThisStart()}, kPatienceMs) == StartRole::HandedOver;
+  const StartOrder order = {path, ActivationOfThisStart()};
+  if (ThisInstance.Begin(order, kPatienceMs) != StartRole::HandedOver) return false;
+  if (path.empty()) return true;
+  GoOnUnseen();
+  do {
+    if (ThisInstance.WaitUntilDone()) return true;
+  } while (ThisInstance.Begin(order, kPatienceMs) == StartRole::HandedOver);
+  return false;
 }
 
 void ListenToStarts() {
@@ -73,17 +83,13 @@ void ListenToStarts() {
 void OpenHandedOver() {
   if (!waiting) return;
   waiting->may_open = true;
-  if (waiting->paths.empty() || std::exchange(waiting->is_due, true)) return;
+  if (waiting->pictures.empty() || std::exchange(waiting->is_due, true)) return;
   DeferToOutermost(OpenNext);
 }
 
 void EndHandOver() {
   ThisInstance.End();
-  if (!waiting) return;
-  const std::deque<std::string> left = std::exchange(waiting->paths, {});
   waiting.reset();
-  for (const std::string& path : left)
-    StartProgram(JoinPath(ApplicationFolder(), "zelvane"), {InQuotes(path)});
 }
 
 }  // namespace zelvane

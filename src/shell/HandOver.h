@@ -11,16 +11,18 @@ namespace zelvane {
 /// This process's place among the instances.
 inline Instance ThisInstance;
 
-/// Begins this instance, before there is anything of the toolkit. True where another one has taken the
-/// picture, "" for none, and this process has nothing left to do. One that doesn't answer is left alone after
-/// three seconds.
+/// Begins this instance, before there is anything of the toolkit. True where another one has opened the
+/// picture,
+/// "" for none, and this process has nothing left to do. Who started it doesn't wait for that: once the
+/// picture is taken, a copy of the process stands by unseen, and goes on here where the other one ends
+/// without having opened it. One that doesn't answer is left alone after three seconds.
 bool HandOver(const std::string& path);
 
 /// From now on later starts are answered. Each brings the main window to the front.
 void ListenToStarts();
 /// The interface stands and is free: from here on, what waits opens.
 void OpenHandedOver();
-/// Later starts are on their own. For each picture that still waits the program is started anew.
+/// Later starts are on their own, and so are those whose pictures still wait.
 void EndHandOver();
 
 }  // namespace zelvane

@@ -1,10 +1,11 @@
 """The program is started while it runs already: one instance stays, and every picture opens once."""
 
+import contextlib
 import os
 import signal
 import sys
 
-from desk import LEFT, Sheet, check, main, wait_for
+from desk import LEFT, Sheet, check, children, main, wait_for
 from pictures import Picture
 
 CHANGED = "The image has been changed."
@@ -26,9 +27,38 @@ def expect_handed_over(desk, *arguments, **more):
     check(process.returncode == 0, f"exit code {process.returncode}")
 
 
+class Heir:
+    """A process that a start left behind, as `subprocess` would tell of it."""
+
+    def __init__(self, pid):
+        self.pid, self.returncode = pid, None
+
+    def poll(self):
+        if self.returncode is None:
+            pid, status = os.waitpid(self.pid, os.WNOHANG)
+            self.returncode = os.waitstatus_to_exitcode(status) if pid else None
+        return self.returncode
+
+
+def instances():
+    """The processes of the program, those that stand by too."""
+    found = []
+    for pid in children():
+        with contextlib.suppress(OSError):
+            if os.path.samefile(f"/proc/{pid}/exe", sys.argv[1]):
+                found.append(pid)
+    return found
+
+
+def the_only_one():
+    pids = instances()
+    return Heir(pids[0]) if len(pids) == 1 else None
+
+
 def open_pictures(program):
-    captions = {control.name() for control in program.controls(lambda control: control.name().endswith(" - 100%"))}
-    return sorted(os.path.basename(caption.removesuffix(" - 100%")) for caption in captions)
+    """The names of the pictures' files, as often as they are open."""
+    captions = (control.name() for control in program.controls(lambda control: control.role() == "frame"))
+    return sorted(os.path.basename(caption.removesuffix(" - 100%")) for caption in captions if caption.endswith("%"))
 
 
 def hands_over(desk):
@@ -101,7 +131,26 @@ def the_first_is_busy(desk):
     check(open_pictures(program) == ["first.bmp"], "a question is up")
     program.press("No")
     program.expect_end()
-    wait_for("a start for the picture that waited", lambda: desk.shows(f"{desk.path('third.bmp')} - 100%"))
+    heir = desk.adopt(wait_for("a start for the picture that waited", the_only_one))
+    wait_for("that picture", lambda: open_pictures(heir) == ["third.bmp"])
 
 
-main("second_start", hands_over, many_at_once, the_first_is_stopped, the_first_is_busy)
+def the_first_is_killed(desk):
+    """With pictures that it has taken and not opened yet: one of their starts takes its place, with all of them."""
+    program = desk.start(small(desk, "first.bmp"))
+    program.key("ctrl+n")
+    program.find("Width:", role="text")
+    names = [f"{i}.bmp" for i in range(3)]
+    for i, name in enumerate(names):
+        expect_handed_over(desk, small(desk, name, i))
+    program.process.kill()
+    program.process.wait()
+    heir = desk.adopt(wait_for("a single instance", the_only_one))
+    check(open_pictures(heir) == names, f"open are {open_pictures(heir)}")
+    heir.key("ctrl+q")
+    heir.expect_end()
+    check(not instances(), "nothing is left to open")
+
+
+main("second_start", hands_over, many_at_once, the_first_is_stopped, the_first_is_busy,
+     the_first_is_killed)

@@ -35,7 +35,7 @@ class Instances : public testing::Test {
     return start.get();
   }
   void Listen() {
-    first_.Listen([this](const StartOrder& order) {
+    first_.Listen([this](const StartOrder& order, const StandBy&) {
       heard_.push_back(order.path + ' ' + order.activation.token + ' ' + order.activation.startup_id);
     });
   }
@@ -99,7 +99,9 @@ TEST_F(Instances, WhoWaitsForOneThatEndsTakesItsPlace) {
   while (!leads(second_start) && !leads(third_start)) {
   }
   const bool is_second = leads(second_start);
-  (is_second ? later_ : third).Listen([this](const StartOrder& order) { heard_.push_back(order.path); });
+  (is_second ? later_ : third).Listen([this](const StartOrder& order, const StandBy&) {
+    heard_.push_back(order.path);
+  });
   EXPECT_EQ(Answered(std::move(is_second ? third_start : second_start)), StartRole::HandedOver);
   EXPECT_EQ(heard_, std::vector<std::string>{is_second ? "/b.png" : "/a.png"});
 }

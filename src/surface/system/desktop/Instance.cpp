@@ -31,7 +31,7 @@ using Clock = std::chrono::steady_clock;
 
 constexpr std::chrono::milliseconds kBetweenTries{4};
 constexpr size_t kLongestOrder = size_t{1} << 20;  // bytes
-constexpr char kTaken = 1;                         // the first's answer
+constexpr char kTaken = 1, kDone = 2;              // the first's answers
 
 std::string Variable(const char* name) {
   const char* value = std::getenv(name);
@@ -139,23 +139,29 @@ bool Send(const std::string& bytes, const Descriptor& socket, Clock::time_point 
   return ::shutdown(socket.Get(), SHUT_WR) == 0;
 }
 
-/// True where the first has taken the order. False: there is none to hear it, or it hasn't taken it by the
-/// deadline and now can't any more.
-bool HandOver(const std::string& order, const MeetingPlace& place, Clock::time_point deadline) {
-  const Descriptor socket = NewSocket();
-  if (!AtAddress(place, socket, ::connect) || !IsOfThisUser(socket)) return false;
-  if (!Send(order, socket, deadline)) return false;
+bool HasAnswered(char answer, const Descriptor& socket) {
+  char heard = 0;
+  return ::recv(socket.Get(), &heard, 1, MSG_DONTWAIT) == 1 && heard == answer;
+}
+
+/// The connection to the first, which has taken the order; closed where it can't answer any further. Nothing:
+/// there is none to hear it, or it hasn't taken it by the deadline and now can't any more.
+std::optional<Descriptor> HandOver(const std::string& order, const MeetingPlace& place,
+                                   Clock::time_point deadline) {
+  Descriptor socket = NewSocket();
+  if (!AtAddress(place, socket, ::connect) || !IsOfThisUser(socket)) return std::nullopt;
+  if (!Send(order, socket, deadline)) return std::nullopt;
   WaitUntil(deadline, socket, POLLIN);
+  if (HasAnswered(kTaken, socket)) return socket;
   // From here on an answer can't be sent, so the order is taken if one has come and withdrawn if not.
   ::shutdown(socket.Get(), SHUT_RD);
-  char answer = 0;
-  return ::recv(socket.Get(), &answer, 1, MSG_DONTWAIT) == 1 && answer == kTaken;
+  return HasAnswered(kTaken, socket) ? std::optional(Descriptor()) : std::nullopt;
 }
 
 /// Reads one start's order as it comes, and takes it. One that says nothing holds nothing up.
 class Caller : public QObject {
  public:
-  Caller(QObject* parent, Descriptor socket, const std::function<void(const StartOrder&)>& on_order)
+  Caller(QObject* parent, Descriptor socket, const std::function<void(const StartOrder&, StandBy)>& on_order)
       : QObject(parent),
         socket_(std::move(socket)),
         on_order_(on_order),
@@ -179,12 +185,11 @@ class Caller : public QObject {
   void Take() {
     const std::optional<StartOrder> order = Unpacked(heard_);
     if (!order || ::send(socket_.Get(), &kTaken, 1, MSG_NOSIGNAL) != 1) return;
-    socket_.Close();
-    Attempt([&] { on_order_(*order); });
+    Attempt([&] { on_order_(*order, StandBy(std::move(socket_))); });
   }
 
   Descriptor socket_;
-  std::function<void(const StartOrder&)> on_order_;
+  std::function<void(const StartOrder&, StandBy)> on_order_;
   QSocketNotifier readable_;
   std::string heard_;
 };
@@ -193,7 +198,7 @@ class Caller : public QObject {
 
 class Instance::Listener : public QObject {
  public:
-  Listener(const Descriptor& door, std::function<void(const StartOrder&)> on_order)
+  Listener(const Descriptor& door, std::function<void(const StartOrder&, StandBy)> on_order)
       : door_(door), on_order_(std::move(on_order)), callable_(door.Get(), QSocketNotifier::Read) {
     connect(&callable_, &QSocketNotifier::activated, this, [this] { Accept(); });
   }
@@ -205,7 +210,7 @@ class Instance::Listener : public QObject {
   }
 
   const Descriptor& door_;
-  std::function<void(const StartOrder&)> on_order_;
+  std::function<void(const StartOrder&, StandBy)> on_order_;
   QSocketNotifier callable_;
 };
 
@@ -221,6 +226,10 @@ struct Instance::Held {
     return lock.IsOpen() && ::flock(lock.Get(), LOCK_EX | LOCK_NB) == 0 ? 0 : errno;
   }
 };
+
+void StandBy::TellDone() const {
+  ::send(socket_.Get(), &kDone, 1, MSG_NOSIGNAL);
+}
 
 Instance::Instance() = default;
 
@@ -241,7 +250,10 @@ StartRole Instance::Begin(const StartOrder& order, int patience) {
       return StartRole::First;
     }
     if (error != EWOULDBLOCK) return StartRole::Further;
-    if (HandOver(packed, held->place, deadline)) return StartRole::HandedOver;
+    if (std::optional<Descriptor> first = HandOver(packed, held->place, deadline)) {
+      first_ = std::move(*first);
+      return StartRole::HandedOver;
+    }
     std::this_thread::sleep_for(kBetweenTries);
   } while (Clock::now() < deadline);
   return StartRole::Further;
@@ -251,7 +263,15 @@ bool Instance::IsFirst() const {
   return held_ != nullptr;
 }
 
-void Instance::Listen(std::function<void(const StartOrder&)> on_order) {
+bool Instance::WaitUntilDone() {
+  if (!first_.IsOpen()) return true;
+  pollfd waited{first_.Get(), POLLIN, 0};
+  while (::poll(&waited, 1, -1) < 0 && errno == EINTR) {
+  }
+  return HasAnswered(kDone, std::exchange(first_, Descriptor()));
+}
+
+void Instance::Listen(std::function<void(const StartOrder&, StandBy)> on_order) {
   if (held_) held_->listener = std::make_unique<Listener>(held_->door, std::move(on_order));
 }
 

@@ -102,4 +102,9 @@ std::unique_ptr<Program> StartProgram(const std::string& path, const std::vector
   return std::make_unique<StartedProgram>(process);
 }
 
+void GoOnUnseen() {
+  constexpr int kInThisFolder = 1, kWithoutStandardFiles = 0;
+  static_cast<void>(::daemon(kInThisFolder, kWithoutStandardFiles));
+}
+
 }  // namespace zelvane

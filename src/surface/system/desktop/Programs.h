@@ -24,6 +24,11 @@ class Program {
 /// ending the object doesn't end the program.
 std::unique_ptr<Program> StartProgram(const std::string& path, const std::vector<std::string>& arguments);
 
+/// Whoever started this process sees it end as a success; what goes on from here is a copy of it, without
+/// that one's terminal and pipes. For a process of one thread. Where there can't be a copy, the process
+/// itself goes on.
+void GoOnUnseen();
+
 /// The top-level window of exactly that title, 0 for none or where the window system doesn't tell titles.
 uint64_t FindWindowByTitle(const std::string& title);
 
