@@ -72,13 +72,15 @@ class Effects : public Session {
 TEST_F(Effects, TheMenuListsThePrograms) {
   Start();
   EXPECT_FALSE(MainForm->Menus.Effects.Visible());
-  for (const char* name : {"sharpen.exe", "a & b.exe"}) MakeEffect(name, Shell(""));
+  for (const char* name : {"sharpen.exe", "Zoom.EXE", "a & b.exe", "éclair.exe"}) MakeEffect(name, Shell(""));
   MakeEffect("readme.exe", "text", 0600);
   frmPaint& document = StartWith(red_);
   const auto& entries = MainForm->Menus.Effect;
-  ASSERT_EQ(entries.size(), 2u);
+  ASSERT_EQ(entries.size(), 4u);
   EXPECT_TRUE(MainForm->Menus.Effects.Visible());
-  EXPECT_EQ(entries[0]->Caption() + entries[1]->Caption(), "A && bSharpen");
+  std::string captions;
+  for (const auto& entry : entries) captions += entry->Caption() + ", ";
+  EXPECT_EQ(captions, "A && b, Sharpen, Zoom, Éclair, ");
   for (const bool is_changed : {false, true}) {
     document.Dirty = is_changed;
     Effects_Click();

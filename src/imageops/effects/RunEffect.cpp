@@ -1,7 +1,6 @@
 #include "imageops/effects/RunEffect.h"
 
 #include <algorithm>
-#include <cctype>
 #include <utility>
 
 #include "document/window/MakeDocument.h"
@@ -12,6 +11,7 @@
 #include "surface/raster/FailingStep.h"
 #include "surface/system/desktop/Programs.h"
 #include "surface/system/files/ExchangeFile.h"
+#include "surface/system/files/Files.h"
 #include "tools/OptionBars.h"
 #include "ui/MsgBox.h"
 
@@ -24,6 +24,11 @@ constexpr char kRotate[] = "rotate.exe";
 
 std::string EffectsFolder() {
   return JoinPath(ApplicationFolder(), "Effects");
+}
+
+/// The name without ".exe", which may be in capitals.
+std::string BaseOf(const std::string& fileName) {
+  return fileName.substr(0, fileName.size() - std::min(kEndingLength, fileName.size()));
 }
 
 /// The folder for temporary files may have been cleared away since the start, or never have been found.
@@ -107,21 +112,19 @@ std::vector<std::string> EffectPrograms() {
   const std::string folder = EffectsFolder();
   std::vector<std::string> names = FilesIn(folder, "*.exe");
   std::erase_if(names, [&](const std::string& name) { return !IsExecutable(JoinPath(folder, name)); });
+  std::ranges::stable_sort(names, {}, ToLower);
   return names;
 }
 
 std::string EffectName(const std::string& fileName) {
-  std::string name = fileName.substr(0, fileName.find(".exe"));
-  if (!name.empty()) name[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(name[0])));
-  return name;
+  return Capitalised(fileName.substr(0, std::min(fileName.find(".exe"), BaseOf(fileName).size())));
 }
 
 void RunEffect(const std::string& fileName) {
   const MdiForm* main = MdiForm::Main();
   ImageDocument* document = ActiveDocument();
   if (!main || !main->Enabled() || !document || document->Down) return;
-  const std::string base = fileName.substr(0, fileName.size() - std::min(kEndingLength, fileName.size()));
-  const ExchangeFile file(ExchangeFolder(), base + ".bmp");
+  const ExchangeFile file(ExchangeFolder(), BaseOf(fileName) + ".bmp");
   const WriteResult written = file.Write(document->LiveLayer().Image());
   if (!written.Done()) return TellFailure(fileName, written.reason);
   const DisabledMain disabled;

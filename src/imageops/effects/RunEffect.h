@@ -5,7 +5,7 @@
 
 namespace zelvane {
 
-/// The file names of the effect programs, sorted by their bytes.
+/// The file names of the effect programs, sorted without regard to case.
 std::vector<std::string> EffectPrograms();
 /// "sharpen.exe" is called "Sharpen".
 std::string EffectName(const std::string& fileName);

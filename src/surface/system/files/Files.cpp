@@ -229,6 +229,12 @@ std::string ToLower(const std::string& text) {
   return FromQt(LowerCase(ToQt(text)));
 }
 
+std::string Capitalised(const std::string& text) {
+  QString capitalised = ToQt(text);
+  if (!capitalised.isEmpty()) capitalised[0] = capitalised[0].toUpper();
+  return FromQt(capitalised);
+}
+
 void SurviveFileSizeLimit() {
   ::signal(SIGXFSZ, SIG_IGN);
 }

@@ -61,6 +61,8 @@ std::string JoinPath(const std::string& folder, const std::string& name);
 /// The text after the last "." of the name, in lower case; empty without one.
 std::string ExtensionOf(const std::string& path);
 std::string ToLower(const std::string& text);
+/// With its first letter in upper case.
+std::string Capitalised(const std::string& text);
 
 /// From now on a file that would outgrow what the process may write is a failed write, as on a full disk;
 /// the system would end the program instead.
