@@ -14,13 +14,15 @@ namespace {
 
 constexpr int kWidth = 480, kHeight = 280;  // pixels, those of the artwork
 constexpr int kLeft = 32;
-constexpr Single kNameSize = 33, kMottoSize = 11;  // points
+constexpr Single kNameSize = 33, kMottoAbove = 2;  // points; the motto's above those of the desktop's font
+constexpr Single kTop = 26, kBottom = 22, kGap = 8;
 constexpr Color kPale = RGB(198, 214, 245);
 constexpr int kLongestPaintMs = 500;
 
-/// Across the window, as its texts differ in length.
-void PlaceText(Label& label, Single top) {
+/// Across the window, as its texts differ in length. Yields where the next one below begins.
+Single PlaceText(Label& label, Single top) {
   label.Move(kLeft, top, kWidth - 2 * kLeft, label.NaturalHeight());
+  return top + label.Height() + kGap;
 }
 
 }  // namespace
@@ -40,16 +42,14 @@ void LogoWindow::Form_Load() {
   Artwork.SetIcon("splash");
   Label[0].SetFontSize(kNameSize);
   Label[0].SetFontBold(true);
-  Label[1].SetFontSize(kMottoSize);
+  Label[1].SetFontSize(Label[1].FontSize() + kMottoAbove);
   Label[1].SetCaption("Exact to the pixel");
   Label[2].SetCaption(VersionText());
   Label[3].SetCaption("Made by the Zelvane developers");
-  constexpr Single kNameTop = 26, kMottoTop = 84, kVersionTop = 112, kCreditTop = 222, kMessageTop = 244;
-  PlaceText(Label[0], kNameTop);
-  PlaceText(Label[1], kMottoTop);
-  PlaceText(Label[2], kVersionTop);
-  PlaceText(Label[3], kCreditTop);
-  PlaceText(Message, kMessageTop);
+  Single top = kTop;
+  for (int i : {0, 1, 2}) top = PlaceText(Label[i], top);
+  top = kHeight - kBottom - Message.NaturalHeight() - kGap - Label[3].NaturalHeight();
+  PlaceText(Message, PlaceText(Label[3], top));
   const auto hurry = [this](int16_t, int16_t, Single, Single) { is_hurried_ = true; };
   Artwork.OnMouseDown = hurry;
   for (int i = 0; i < Label.Count(); ++i) {
