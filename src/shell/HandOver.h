@@ -12,9 +12,8 @@ namespace zelvane {
 inline Instance ThisInstance;
 
 /// Begins this instance, before there is anything of the toolkit. True where another one has opened the
-/// picture,
-/// "" for none, and this process has nothing left to do. Who started it doesn't wait for that: once the
-/// picture is taken, a copy of the process stands by unseen, and goes on here where the other one ends
+/// picture, "" for none, and this process has nothing left to do. Who started it doesn't wait for that: once
+/// the picture is taken, a copy of the process stands by unseen, and goes on here where the other one ends
 /// without having opened it. One that doesn't answer is left alone after three seconds.
 bool HandOver(const std::string& path);
 

@@ -5,8 +5,8 @@ namespace zelvane {
 /// Everyone may read it here: it keeps the file from being taken for something else, and no more.
 inline constexpr char kDataPassword[] = "brindle48205";
 
-/// Begins to open the data file on a thread of its own, for `OpenDataFile` to take: hashing the password takes
-/// about as long as the toolkit takes to start. Needs nothing of the toolkit.
+/// Begins to open the data file on a thread of its own, for `OpenDataFile` to take: hashing the password
+/// takes about as long as the toolkit takes to start. Needs nothing of the toolkit.
 void OpenDataFileAhead();
 
 /// Opens the data file as `State.DataConnection`, repaired where it's damaged. False where that can't be,
