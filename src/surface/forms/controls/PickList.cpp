@@ -163,16 +163,14 @@ class PickList::View : public QListView {
     if (painter_->IsWaiting()) QTimer::singleShot(0, viewport(), [this] { viewport()->update(); });
   }
 
-  void mouseMoveEvent(QMouseEvent* event) override {
-    const QModelIndex row = indexAt(event->position().toPoint());
-    if (!row.isValid() || row == currentIndex()) return;
-    // A row that shows in part only would jump away from under the pointer.
-    setAutoScroll(false);
-    setCurrentIndex(row);
-    setAutoScroll(true);
+  void mouseMoveEvent(QMouseEvent* event) override { HighlightAt(event->position()); }
+  /// The row that comes to lie under the pointer.
+  void wheelEvent(QWheelEvent* event) override {
+    QListView::wheelEvent(event);
+    HighlightAt(event->position());
   }
   void mousePressEvent(QMouseEvent* event) override {
-    mouseMoveEvent(event);
+    HighlightAt(event->position());
     pressed_ = event->button() == Qt::LeftButton;
   }
   void mouseDoubleClickEvent(QMouseEvent* event) override { mousePressEvent(event); }
@@ -193,6 +191,14 @@ class PickList::View : public QListView {
   }
 
  private:
+  void HighlightAt(QPointF place) {
+    const QModelIndex row = indexAt(place.toPoint());
+    if (!row.isValid() || row == currentIndex()) return;
+    // A row that shows in part only would jump away from under the pointer.
+    setAutoScroll(false);
+    setCurrentIndex(row);
+    setAutoScroll(true);
+  }
   void Pick(const QModelIndex& row) {
     if (row.isValid()) FireEvent(list_.OnPick, row.row());
   }
