@@ -149,7 +149,7 @@ void OptionBarsWindow::FillBars() {
 void OptionBarsWindow::FillTextBar() {
   Row row(*this, kTextTool);
   row.Number(kTextSize).Put(lblFont, 96).Put(CmdFont, kDropDownWidth).Gap();
-  row.Put(lblFontStyle, 72).Put(CmdFontStyle, kDropDownWidth).Gap();
+  row.Put(lblFontStyle, 96).Put(CmdFontStyle, kDropDownWidth).Gap();
   row.Put(CmdButton.Add(DrawToolbar[kTextTool], "CmdButton", "Apply Text"), 86).Gap(4);
   row.Put(CmdButton.Add(DrawToolbar[kTextTool], "CmdButton", "Cancel Text"), 86);
   for (PictureSurface* button : {&CmdFont, &CmdFontStyle}) button->SetIcon("dropdown", 16);
