@@ -32,13 +32,14 @@ def word_applied_and_undone(desk):
     box = open_box(desk, program, sheet)
     type_into(desk, box, "Two\nlines")
     left, top, width, height = box.settled().rect()
-    check((left, top) == sheet.place(*PLACE), f"the box stands at {left}, {top}")
+    x, y = sheet.place(*PLACE)
+    # A smooth edge may touch the column before, and the box then shows it.
+    check(left in (x - 1, x) and top == y, f"the box stands at {left}, {top}")
     program.press("Apply Text")
     wait_for("the box to go", lambda: not box.renewed().seen())
     program.save(path)
     printed = changed(sheet.picture, Picture.read(path))
     check(printed, "nothing was printed")
-    # A smooth edge may touch the column before.
     check(all(-1 <= x - PLACE[0] < width and 0 <= y - PLACE[1] < height for x, y in printed),
           f"from {printed[0]} to {printed[-1]} isn't within the box of {width} x {height}")
     program.key("ctrl+z")

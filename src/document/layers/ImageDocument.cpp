@@ -78,6 +78,7 @@ void ImageDocument::SetTextFont(const TextFont& font) {
 /// Whatever changes the text, be it a key, an input method or the clipboard.
 void ImageDocument::TextInput_Change() {
   lblTextSize.SetCaption(TextInput.ShownText() + "M");
+  TextInput.SetOverhang(lblTextSize.Overhang());
   TextInput.SetWidth(lblTextSize.Width());
   TextInput.SetHeight(lblTextSize.Height());
 }

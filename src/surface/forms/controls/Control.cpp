@@ -43,8 +43,8 @@ void Control::Place() {
   if (!widget_) return;
   const double unit = UnitsPerPixel();
   const int inset = parent_ ? parent_->FrameWidth() : 0;
-  widget_->setGeometry(ToPlace(left_ / unit) + inset, ToPlace(top_ / unit) + inset, ToSize(width_ / unit),
-                       ToSize(height_ / unit));
+  widget_->setGeometry(ToPlace(left_ / unit) + inset - LeftReach(), ToPlace(top_ / unit) + inset,
+                       ToSize(width_ / unit) + LeftReach(), ToSize(height_ / unit));
 }
 
 void Control::SetLeft(Single left) {

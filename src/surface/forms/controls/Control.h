@@ -163,6 +163,9 @@ class Control {
   double UnitsPerPixel() const;
   /// Pixels of frame on each side, which pointer positions leave out.
   virtual int FrameWidth() const { return 0; }
+  /// Pixels that the control shows to the left of its `Left`, which its place and pointer positions leave
+  /// out.
+  virtual int LeftReach() const { return 0; }
   /// Whether a left click of the pointer fires `OnClick`; false where `OnClick` means something else.
   virtual bool ClicksByPointer() const { return true; }
   /// Whether `OnKeyDown` and `OnKeyUp` hear of a key before the control inside that has the keyboard.

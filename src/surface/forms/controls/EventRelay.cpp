@@ -93,8 +93,9 @@ bool EventRelay::eventFilter(QObject* watched, QEvent* event) {
 bool EventRelay::Wheel(const QWheelEvent& event) {
   if (!control_.OnMouseWheel) return false;
   const auto notches = [](int units) { return static_cast<Single>(units) / 120; };
-  FireEvent(control_.OnMouseWheel, ShiftOf(event.modifiers()), Across(event.position().x()),
-            Across(event.position().y()), notches(event.angleDelta().x()), notches(event.angleDelta().y()));
+  FireEvent(control_.OnMouseWheel, ShiftOf(event.modifiers()),
+            Across(event.position().x() - control_.LeftReach()), Across(event.position().y()),
+            notches(event.angleDelta().x()), notches(event.angleDelta().y()));
   return true;
 }
 
@@ -143,7 +144,8 @@ Single EventRelay::Across(double pixel) const {
 
 void EventRelay::Point(const Control::PointerEvent& handler, Qt::MouseButtons buttons,
                        Qt::KeyboardModifiers modifiers) {
-  FireEvent(handler, ButtonsOf(buttons), ShiftOf(modifiers), Across(pointer_.x()), Across(pointer_.y()));
+  FireEvent(handler, ButtonsOf(buttons), ShiftOf(modifiers), Across(pointer_.x() - control_.LeftReach()),
+            Across(pointer_.y()));
 }
 
 /// A key that a control leaves alone comes to the widgets round it next, for whom it isn't meant.

@@ -5,6 +5,8 @@
 #include <QTextDocument>
 #include <algorithm>
 
+#include "surface/raster/Contrast.h"
+
 namespace zelvane {
 namespace {
 
@@ -34,6 +36,17 @@ int CaretIn(const QTextBlock& block, const PaintContext& context) {
   return layout.preeditAreaPosition() - (context.cursorPosition + 2);
 }
 
+QRectF CaretAt(const QTextBlock& block, int caret) {
+  const QTextLine line = block.layout()->lineAt(0);
+  return {line.cursorToX(caret), line.y(), 1, line.height()};
+}
+
+/// A colour that is seen on any ground; the toolkit inverts the ground, and grey stays grey.
+QColor InkOn(const PaintContext& context) {
+  const auto pixel = [&](QPalette::ColorRole role) { return context.palette.color(role).rgb(); };
+  return QColor::fromRgb(ReadableInk(pixel(QPalette::Base), pixel(QPalette::Text)));
+}
+
 }  // namespace
 
 void LinesLayout::SetPitch(const TextFont& font, int multiple) {
@@ -51,7 +64,7 @@ void LinesLayout::draw(QPainter* painter, const PaintContext& context) {
     if (context.clip.isValid() && place.top() > context.clip.bottom() + Advance()) break;
     block.layout()->draw(painter, place.topLeft(), SelectedIn(block, context), context.clip);
     const int caret = CaretIn(block, context);
-    if (caret >= 0) block.layout()->drawCursor(painter, place.topLeft(), caret);
+    if (caret >= 0) painter->fillRect(CaretAt(block, caret).translated(place.topLeft()), InkOn(context));
   }
 }
 
@@ -72,7 +85,7 @@ QRectF LinesLayout::frameBoundingRect(QTextFrame*) const {
 
 QRectF LinesLayout::blockBoundingRect(const QTextBlock& block) const {
   if (!block.isValid()) return {};
-  return QRectF(0, qreal(block.blockNumber()) * Advance(), kWide, Advance());
+  return QRectF(left_, qreal(block.blockNumber()) * Advance(), kWide, Advance());
 }
 
 void LinesLayout::documentChanged(int from, int, int added) {

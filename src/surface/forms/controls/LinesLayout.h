@@ -14,6 +14,9 @@ class LinesLayout : public QAbstractTextDocumentLayout {
   /// Together with the document's font, which is to be `font` at the multiple.
   void SetPitch(const TextFont& font, int multiple);
 
+  /// Lines begin that far from the left edge.
+  void SetLeft(int units) { left_ = units; }
+
   void draw(QPainter* painter, const PaintContext& context) override;
   int hitTest(const QPointF& point, Qt::HitTestAccuracy accuracy) const override;
   int pageCount() const override { return 1; }
@@ -29,7 +32,7 @@ class LinesLayout : public QAbstractTextDocumentLayout {
   int Advance() const { return pitch_.advance * multiple_; }
   LinePitch pitch_;
   QTextOption option_;
-  int multiple_ = 1;
+  int multiple_ = 1, left_ = 0;
 };
 
 }  // namespace zelvane

@@ -2,6 +2,7 @@
 
 #include <QKeyEvent>
 #include <QMimeData>
+#include <QPainter>
 #include <QPointer>
 #include <QTextBlock>
 #include <QTextDocumentFragment>
@@ -38,6 +39,14 @@ class MultilineTextBox::Editor : public QTextEdit {
   QString Composed() const { return textCursor().block().layout()->preeditAreaText(); }
 
  protected:
+  /// Beside the box's edge the picture shows through.
+  void paintEvent(QPaintEvent* event) override {
+    if (!viewport()->autoFillBackground())
+      QPainter(viewport())
+          .fillRect(viewport()->rect().adjusted(box->overhang_, 0, 0, 0), palette().brush(QPalette::Base));
+    QTextEdit::paintEvent(event);
+  }
+
   bool event(QEvent* event) override {
     // Keys that style a text elsewhere aren't for the picture beneath.
     if (event->type() == QEvent::ShortcutOverride && IsStyle(static_cast<const QKeyEvent&>(*event)))
@@ -107,7 +116,17 @@ std::string MultilineTextBox::ShownText() const {
 Rect MultilineTextBox::Caret() const {
   if (!widget_) return {};
   const QRect caret = Edit()->cursorRect();
-  return {caret.left(), caret.top(), caret.right() + 1, caret.bottom() + 1};
+  return {caret.left() - overhang_, caret.top(), caret.right() + 1 - overhang_, caret.bottom() + 1};
+}
+
+/// An opaque ground is painted without what lies beneath it.
+void MultilineTextBox::SetOverhang(int units) {
+  if (!widget_ || units == overhang_) return;
+  overhang_ = units;
+  layout_->SetLeft(units);
+  Edit()->viewport()->setAutoFillBackground(units == 0);
+  Edit()->viewport()->update();
+  Place();
 }
 
 void MultilineTextBox::SetForeColor(Color color) {

@@ -26,6 +26,9 @@ class MultilineTextBox : public Control, public FontProperties {
   void SetForeColor(Color color);
   void SetBackColor(Color color);
 
+  /// Letters are shown that far to the left of the box's edge, its ground isn't.
+  void SetOverhang(int units);
+
   /// Where the caret is, in units of the box.
   Rect Caret() const;
 
@@ -35,11 +38,13 @@ class MultilineTextBox : public Control, public FontProperties {
 
  protected:
   void FontChanged() override;
+  int LeftReach() const override { return overhang_; }
 
  private:
   class Editor;
   Editor* Edit() const;
   LinesLayout* layout_;
+  int overhang_ = 0;
 };
 
 }  // namespace zelvane

@@ -1,6 +1,7 @@
 #include "surface/forms/controls/TextLines.h"
 
 #include <QFontMetricsF>
+#include <QGlyphRun>
 #include <algorithm>
 #include <cmath>
 
@@ -59,6 +60,12 @@ QTextLine LayOutLine(QTextLayout& layout, const LinePitch& pitch, int multiple) 
   }
   layout.endLayout();
   return line;
+}
+
+QRect InkOf(const QTextLayout& layout) {
+  QRectF ink;
+  for (const QGlyphRun& run : layout.glyphRuns()) ink |= run.boundingRect();
+  return ink.toAlignedRect().adjusted(-1, -1, 1, 1);
 }
 
 }  // namespace zelvane

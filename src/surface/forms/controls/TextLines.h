@@ -30,4 +30,7 @@ QTextOption LineOption(const TextFont& font, int multiple);
 /// Lays out all of the text as one line, its top at 0, with `pitch` at the multiple.
 QTextLine LayOutLine(QTextLayout& layout, const LinePitch& pitch, int multiple);
 
+/// What the glyphs of a laid-out text cover, with their smooth edges; they may reach beyond its line.
+QRect InkOf(const QTextLayout& layout);
+
 }  // namespace zelvane

@@ -35,8 +35,8 @@ void TextRuler::SetCaption(const std::string& caption) {
       std::mismatch(before.begin(), before.begin() + same, lines_.begin()).first - before.begin();
   const auto last = std::mismatch(before.rbegin(), before.rbegin() + (same - first), lines_.rbegin()).first -
                     before.rbegin();
-  widths_.erase(widths_.begin() + first, widths_.end() - last);
-  widths_.insert(widths_.begin() + first, lines_.size() - widths_.size(), 0);
+  sizes_.erase(sizes_.begin() + first, sizes_.end() - last);
+  sizes_.insert(sizes_.begin() + first, lines_.size() - sizes_.size(), {});
   Measure(static_cast<size_t>(first), lines_.size() - static_cast<size_t>(last));
 }
 
@@ -49,9 +49,13 @@ void TextRuler::Measure(size_t first, size_t end) {
     QTextLayout layout(ToQt(lines_[i]), font);
     layout.setTextOption(option);
     const QTextLine line = LayOutLine(layout, pitch, Multiple());
-    widths_[i] = line.isValid() ? line.naturalTextWidth() : 0;
+    sizes_[i] = {line.isValid() ? line.naturalTextWidth() : 0, std::max(0, -InkOf(layout).left())};
   }
-  SetWidth(static_cast<Single>(std::ceil(*std::max_element(widths_.begin(), widths_.end())) + kCaret));
+  LineSize most;
+  for (const LineSize& size : sizes_)
+    most = {std::max(most.width, size.width), std::max(most.overhang, size.overhang)};
+  overhang_ = most.overhang;
+  SetWidth(static_cast<Single>(std::ceil(most.width) + kCaret));
   SetHeight(static_cast<Single>(static_cast<double>(lines_.size()) * pitch.advance * Multiple()));
 }
 

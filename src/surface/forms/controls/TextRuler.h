@@ -18,15 +18,22 @@ class TextRuler : public Control, public FontProperties {
   const std::string& Caption() const { return caption_; }
   /// Lines are parted by "\n".
   void SetCaption(const std::string& caption);
+  /// How far letters reach over the left edge, 0 and up.
+  int Overhang() const { return overhang_; }
 
  protected:
   void FontChanged() override { Measure(0, lines_.size()); }
 
  private:
+  struct LineSize {
+    double width = 0;
+    int overhang = 0;
+  };
   void Measure(size_t first, size_t end);
   std::string caption_;
   std::vector<std::string> lines_{""};  ///< of the caption
-  std::vector<double> widths_{0};       ///< of the lines, so that only others are measured anew
+  std::vector<LineSize> sizes_{{}};     ///< of the lines, so that only others are measured anew
+  int overhang_ = 0;
 };
 
 }  // namespace zelvane

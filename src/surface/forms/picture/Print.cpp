@@ -1,4 +1,3 @@
-#include <QGlyphRun>
 #include <QImage>
 #include <QPainter>
 
@@ -8,13 +7,6 @@
 
 namespace zelvane {
 namespace {
-
-/// Glyphs may reach beyond the line that they stand on.
-QRect InkOf(const QTextLayout& layout) {
-  QRectF ink;
-  for (const QGlyphRun& run : layout.glyphRuns()) ink |= run.boundingRect();
-  return ink.toAlignedRect().adjusted(-1, -1, 1, 1);
-}
 
 /// Draws the layout with its corner at (x, y), within `part` of the canvas.
 void Draw(const QTextLayout& layout, QPoint corner, const QRect& part, Canvas& canvas) {
