@@ -52,6 +52,14 @@ void ChildFrame::LayOut() {
   if (layout()) layout()->activate();
 }
 
+/// The toolkit asks as well where what had the keyboard is hidden, and from a frame that got it as it was
+/// activated. Both aren't for the panels.
+bool ChildFrame::focusNextPrevChild(bool next) {
+  const QWidget* keyboard = focusWidget();
+  if (!keyboard || keyboard == this || !keyboard->isVisible()) return QMdiSubWindow::focusNextPrevChild(next);
+  return OnTab && OnTab(next);
+}
+
 void ChildFrame::changeEvent(QEvent* event) {
   const bool is_new_state = event->type() == QEvent::WindowStateChange;
   if (is_new_state && isMaximized()) ShowTitle();

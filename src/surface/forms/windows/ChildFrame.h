@@ -28,8 +28,11 @@ class ChildFrame : public QMdiSubWindow {
   /// The caption has changed, or whether the frame fills the main window.
   std::function<void()> OnTitleChanged;
   std::function<void()> OnMinimised;
+  /// Tab, or with false Shift and Tab, leads on from what has the keyboard; whether it has led anywhere.
+  std::function<bool(bool next)> OnTab;
 
  protected:
+  bool focusNextPrevChild(bool next) override;
   void changeEvent(QEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
 

@@ -44,6 +44,7 @@ ChildFrame* MdiFrame::AddChild(Form& form, QWidget& inside) {
   auto* child = new ChildFrame(form);
   child->OnTitleChanged = [this] { TellCaption(); };
   child->OnMinimised = [this, &form] { Minimised(form); };
+  child->OnTab = [this](bool next) { return focusNextPrevChild(next); };
   child->setObjectName(ToQt(form.Name()) + "Frame");
   child->setAttribute(Qt::WA_DeleteOnClose, false);
   child->setWidget(&inside);
@@ -68,6 +69,32 @@ void MdiFrame::ActivateChild(Form& form) {
   field_->Children().setActiveSubWindow(form.engine_->ChildFrame());
   // The toolkit tells of it only while the main window has the keyboard.
   SetActive(&form);
+}
+
+/// What had the keyboard last in the active child; null where there is no child to see.
+QWidget* MdiFrame::KeyReceiverOfChildren() const {
+  const ChildFrame* child = active_ ? active_->engine_->ChildFrame() : nullptr;
+  if (!child || child->isMinimized()) return nullptr;
+  return child->focusWidget() ? child->focusWidget() : child->widget();
+}
+
+/// Tab goes round the parts of the panels and the active child, which is one stop among them. The toolkit
+/// would keep it within a child.
+bool MdiFrame::focusNextPrevChild(bool next) {
+  QWidget& children = field_->Children();
+  QWidget* from = focusWidget() ? focusWidget() : this;
+  if (children.isAncestorOf(from)) from = &children;
+  const auto after = [next](QWidget* one) {
+    return next ? one->nextInFocusChain() : one->previousInFocusChain();
+  };
+  for (QWidget* one = after(from); one != from; one = after(one)) {
+    QWidget* stop = one == &children ? KeyReceiverOfChildren() : one;
+    if (stop != one ? !stop : children.isAncestorOf(one) || !(one->focusPolicy() & Qt::TabFocus)) continue;
+    if (stop->window() != this || !stop->isVisible() || !stop->isEnabled()) continue;
+    stop->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+    return true;
+  }
+  return false;
 }
 
 void MdiFrame::Activated(QMdiSubWindow* window) {

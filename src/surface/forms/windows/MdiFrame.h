@@ -49,6 +49,7 @@ class MdiFrame : public QMainWindow, public ChildHost {
   void SetChildCaption(ChildFrame& child, const QString& caption) override;
 
  protected:
+  bool focusNextPrevChild(bool next) override;
   void changeEvent(QEvent* event) override;
   void dragEnterEvent(QDragEnterEvent* event) override;
   void dragMoveEvent(QDragMoveEvent* event) override { TakeCopies(*event); }
@@ -57,6 +58,7 @@ class MdiFrame : public QMainWindow, public ChildHost {
  private:
   void TakeCopies(QDropEvent& event) const;
   void Minimised(const Form& child);
+  QWidget* KeyReceiverOfChildren() const;
   Form* NextTo(const Form& child) const;
   void Activated(QMdiSubWindow* window);
   void ShowActive();
