@@ -53,7 +53,8 @@ ColorPanelControls::ColorPanelControls(Control& parent)
       lblChannel(kChannelCount, SwatchesBg, "lblChannel"),
       ColorBar(kChannelCount, SwatchesBg, "ColorBar"),
       ColorScroll(kChannelCount, SwatchesBg, "ColorScroll"),
-      lblColor(kChannelCount, SwatchesBg, "lblColor") {
+      lblColor(kChannelCount, SwatchesBg, "lblColor"),
+      FocusMark(SwatchesBg, "FocusMark") {
   SwatchesBg.SetBackColor(SystemColor::ButtonFace);
   SwatchesBg.Move(2, 2, 156, 124);
   lblHeading.Move(81, -2, 61, 15);
@@ -66,6 +67,8 @@ ColorPanelControls::ColorPanelControls(Control& parent)
   PlaceColor(1, 47, 18, "Background color");
   SelColor[0].SetBackColor(kBlack);
   SelColor[1].SetBackColor(kWhite);
+  FocusMark.SetForeColor(SystemColor::ActiveCaption);
+  FocusMark.SetVisible(false);
   MakeButton(ShiftColors, 63, 5, "swap", "Swap Colors");
   MakeButton(RestoreColors, 34, 30, "restore", "Restore Colors");
   Gradient.Move(81, 14, 61, 17);

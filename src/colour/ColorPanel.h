@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "surface/forms/controls/Label.h"
+#include "surface/forms/picture/OutlineMark.h"
 #include "surface/forms/picture/PictureSurface.h"
 #include "ui/NumberBox.h"
 
@@ -46,6 +47,7 @@ struct ColorPanelControls {
   ControlArray<RampSurface> ColorBar;
   ControlArray<MarkerSurface> ColorScroll;
   ControlArray<NumberBox> lblColor;
+  OutlineMark FocusMark;  ///< round the one of `SelColor` that has the keyboard
 
   int16_t SelectedColor = 0;   ///< the index in `SelColor` that bars and numbers edit
   bool ColorDragging = false;  ///< a marker is being dragged

@@ -11,7 +11,6 @@ constexpr Single kPanelTop = 130, kPanelWidth = 156, kHeadingHeight = 16;  // pi
 constexpr Single kGridWidth = 121, kGridHeight = 85, kFirstHeight = 21;    // pixels, seven rows of ten
 constexpr Single kBarWidth = 17, kBeside = 2;                              // pixels
 constexpr size_t kLongestTip = 100;                                        // bytes
-constexpr char kAddSwatch[] = "Add New Swatch";
 
 /// The whole name, unless it would fill the screen.
 std::string TipOf(const std::string& name) {
@@ -45,7 +44,8 @@ SwatchPanelControls::SwatchPanelControls(Control& RightBar)
       Background(Picture3, "Background"),
       Display(Background, "Display"),
       SwatchScroll(Display, "SwatchScroll"),
-      ScrollSwatch(Picture3, "ScrollSwatch", ScrollBar::Direction::Vertical) {
+      ScrollSwatch(Picture3, "ScrollSwatch", ScrollBar::Direction::Vertical),
+      FocusMark(Background, "FocusMark") {
   Picture3.SetBackColor(SystemColor::ButtonFace);
   Picture3.Move(2, kPanelTop, kPanelWidth, kHeadingHeight + kGridHeight);
   lblHeading.Move(0, 0, kGridWidth, kHeadingHeight);
@@ -59,6 +59,7 @@ SwatchPanelControls::SwatchPanelControls(Control& RightBar)
   ScrollSwatch.Move(kGridWidth + kBeside, kHeadingHeight, kBarWidth, kGridHeight);
   ScrollSwatch.SetAccessibleName("Swatches");
   ScrollSwatch.SetEnabled(false);
+  FocusMark.SetVisible(false);
   for (Control* free : {static_cast<Control*>(&Background), static_cast<Control*>(&SwatchScroll)}) {
     free->SetToolTip(kAddSwatch);
     free->SetAccessibleName(kAddSwatch);

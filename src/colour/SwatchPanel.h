@@ -8,11 +8,16 @@
 #include "surface/forms/controls/Label.h"
 #include "surface/forms/controls/Panel.h"
 #include "surface/forms/controls/ScrollBar.h"
+#include "surface/forms/picture/OutlineMark.h"
 #include "surface/forms/picture/PictureSurface.h"
 
 namespace zelvane {
 
-inline constexpr int kSwatchSide = 13;  ///< pixels of a swatch, its border included
+inline constexpr int kSwatchSide = 13;                ///< pixels of a swatch, its border included
+inline constexpr int kSwatchPitch = kSwatchSide - 1;  ///< borders of neighbours overlap
+inline constexpr int kSwatchRowsInView = 7, kSwatchesInRow = 10;
+
+inline constexpr char kAddSwatch[] = "Add New Swatch";
 
 /// A swatch of the grid, which is a control only while it's in view.
 struct SwatchEntry {
@@ -43,9 +48,11 @@ struct SwatchPanelControls {
   Panel SwatchScroll;         ///< what is free of swatches on it
   ScrollBar ScrollSwatch;
   ControlArray<SwatchTile> Tiles;
+  OutlineMark FocusMark;  ///< in the swatch that keys act on, while the keyboard is here
 
   std::vector<SwatchEntry> Swatch;
   bool StoreFailed = false;  ///< not all of them are in the data file
+  int Marked = 0;            ///< the swatch that keys act on; behind the last one is the free space
 
   /// Has tiles show the swatches that are in view; those made for it are handed to `OnTileMade`.
   void ShowTiles();

@@ -1,5 +1,7 @@
 #include "colour/Swatches.h"
 
+#include <algorithm>
+
 #include "colour/ColorBars.h"
 #include "colour/SwatchPanel.h"
 #include "colour/SwatchRows.h"
@@ -12,15 +14,12 @@
 namespace zelvane {
 namespace {
 
-constexpr int kPitch = kSwatchSide - 1;  // borders of neighbours overlap
-constexpr int kRowsInView = 7;
-
 int RowWidth() {
   return static_cast<int>(SwatchPanel->SwatchScroll.Width());
 }
 
 void GrowDisplay() {
-  SwatchPanel->Display.SetHeight(SwatchPanel->Display.Height() + kPitch);
+  SwatchPanel->Display.SetHeight(SwatchPanel->Display.Height() + kSwatchPitch);
 }
 
 void PlaceFreeSpace(int top) {
@@ -48,25 +47,32 @@ void SetScrollFromHeights() {
   if (whole > most) {
     bar.SetMin(0);
     With(ToInt16(whole - most), [&](int16_t max) { bar.SetMax(max); });
-    With(ToInt16(whole / kPitch), [&](int16_t change) { bar.SetSmallChange(change); });
+    With(ToInt16(whole / kSwatchPitch), [&](int16_t change) { bar.SetSmallChange(change); });
     With(ToInt16(whole), [&](int16_t change) { bar.SetLargeChange(change); });
   }
   bar.SetEnabled(whole > most);
 }
+
+/// A notch is a row.
+void Swatches_MouseWheel(int16_t, Single, Single, Single, Single down) {
+  ShowSwatchRow(RoundHalfEven(SwatchPanel->ScrollSwatch.Value() - down));
+}
+
+}  // namespace
 
 void OpenNewSwatch() {
   if (MdiForm* main = MdiForm::Main()) main->SetEnabled(false);
   frmNewSwatch.Load().Show();
 }
 
-}  // namespace
-
 void WireSwatchPanel() {
   SwatchPanel->Background.OnClick = SwatchPanel->SwatchScroll.OnClick = OpenNewSwatch;
+  SwatchPanel->Background.OnMouseWheel = SwatchPanel->SwatchScroll.OnMouseWheel = Swatches_MouseWheel;
   SwatchPanel->ScrollSwatch.OnChange = SwatchPanel->ScrollSwatch.OnScroll = ScrollSwatchPanel;
   SwatchPanel->ScrollSwatch.OnGotFocus = [] { SwatchPanel->SwatchScroll.SetFocus(); };
   SwatchPanel->OnTileMade = [](SwatchTile& tile) {
     tile.OnMouseDown = [&tile](int16_t Button, auto...) { Swatch_MouseDown(tile.Index(), Button); };
+    tile.OnMouseWheel = Swatches_MouseWheel;
   };
 }
 
@@ -77,21 +83,21 @@ void LoadSwatches() {
     const auto swatch = ReadSwatchRow(row);
     if (!swatch) continue;
     SwatchPanel->Swatch.push_back({x, y, swatch->color, swatch->name});
-    x += kPitch;
-    if (x + kPitch >= RowWidth()) {
+    x += kSwatchPitch;
+    if (x + kSwatchPitch >= RowWidth()) {
       GrowDisplay();
       ++rows;
       x = 0;
-      y += kPitch;
+      y += kSwatchPitch;
     }
     PlaceFreeSpace(y);
   }
   ScrollBar& bar = SwatchPanel->ScrollSwatch;
-  if (rows > kRowsInView) {
-    With(ToInt16(rows - kRowsInView), [&](int16_t max) { bar.SetMax(max); });
-    bar.SetLargeChange(kRowsInView);
+  if (rows > kSwatchRowsInView) {
+    With(ToInt16(rows - kSwatchRowsInView), [&](int16_t max) { bar.SetMax(max); });
+    bar.SetLargeChange(kSwatchRowsInView);
   }
-  bar.SetEnabled(rows > kRowsInView);
+  bar.SetEnabled(rows > kSwatchRowsInView);
   SwatchPanel->ShowTiles();
 }
 
@@ -99,11 +105,11 @@ void AddSwatch(const std::string& name) {
   SwatchEntry added{0, 0, ColorPanel->SelColor[0].BackColor(), name};
   if (!SwatchPanel->Swatch.empty()) {
     const SwatchEntry& last = SwatchPanel->Swatch.back();
-    added.Left = last.Left + kPitch;
+    added.Left = last.Left + kSwatchPitch;
     added.Top = last.Top;
-    if (added.Left + kPitch > RowWidth()) {
+    if (added.Left + kSwatchPitch > RowWidth()) {
       added.Left = 0;
-      added.Top += kPitch;
+      added.Top += kSwatchPitch;
       GrowDisplay();
     }
   }
@@ -127,8 +133,14 @@ void StoreLateSwatches() {
 
 void ScrollSwatchPanel() {
   const int16_t value = SwatchPanel->ScrollSwatch.Value();
-  SwatchPanel->Display.SetTop(value < 1 ? Single{0} : static_cast<Single>(-kPitch * value));
+  SwatchPanel->Display.SetTop(value < 1 ? Single{0} : static_cast<Single>(-kSwatchPitch * value));
   SwatchPanel->ShowTiles();
+}
+
+void ShowSwatchRow(int row) {
+  const int rows = static_cast<int>(SwatchPanel->Swatch.size()) / kSwatchesInRow + 1;
+  const int last = std::max(0, rows - kSwatchRowsInView);
+  With(ToInt16(std::clamp(row, 0, last)), [](int16_t top) { SwatchPanel->ScrollSwatch.SetValue(top); });
 }
 
 void Swatch_MouseDown(int Index, int16_t Button) {

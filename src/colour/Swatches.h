@@ -18,8 +18,13 @@ void SaveSwatches();
 /// Tries once more what `SaveSwatches` failed to do, without a word.
 void StoreLateSwatches();
 
+/// Disables the main window and asks for the name of a new swatch.
+void OpenNewSwatch();
+
 /// Places the grid from the scroll bar's value, which counts rows.
 void ScrollSwatchPanel();
+/// Scrolls so that the row is the first in view, as far as there are rows behind it.
+void ShowSwatchRow(int row);
 void Swatch_MouseDown(int Index, int16_t Button);
 
 }  // namespace zelvane

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "colour/ColorPanel.h"
+#include "colour/PanelKeys.h"
 #include "colour/SwatchPanel.h"
 #include "document/layers/ImageDocument.h"
 #include "imageops/ProgressDisplay.h"
@@ -58,13 +59,22 @@ void WireParts(MainWindow& window) {
   OnEachKeyDown(ToolButtons->Cmd, MainKeyDown);
   ColorPanel->SwatchesBg.OnKeyDown = MainKeyDown;
   ColorPanel->Gradient.OnKeyDown = MainKeyDown;
+  for (int16_t i = 0; i < ColorPanel->SelColor.Count(); ++i)
+    ColorPanel->SelColor[i].OnKeyDown = [i](int16_t KeyCode, int16_t Shift) {
+      SelColor_KeyDown(i, KeyCode, Shift);
+      MainKeyDown(KeyCode, Shift);
+    };
   OnEachKeyDown(ColorPanel->lblColor, MainKeyDown);
   OnEachKeyDown(ColorPanel->ColorBar, MainKeyDown);
   OnEachKeyDown(ColorPanel->ColorScroll, MainKeyDown);
   SwatchPanel->Picture3.OnKeyDown = MainKeyDown;
   SwatchPanel->Background.OnKeyDown = MainKeyDown;
   SwatchPanel->ScrollSwatch.OnKeyDown = MainKeyDown;
-  SwatchPanel->SwatchScroll.OnKeyDown = MainKeyDown;  // to which the scroll bar passes the keyboard on
+  // The scroll bar passes the keyboard on to it.
+  SwatchPanel->SwatchScroll.OnKeyDown = [](int16_t KeyCode, int16_t Shift) {
+    SwatchScroll_KeyDown(KeyCode, Shift);
+    MainKeyDown(KeyCode, Shift);
+  };
   Progress->Process.OnKeyDown = MainKeyDown;
   // The bars are the inside of `frmControls`.
   frmControls->OnKeyDown = MainKeyDown;

@@ -1,6 +1,7 @@
 #include "shell/Wiring.h"
 
 #include "colour/ColorBars.h"
+#include "colour/PanelKeys.h"
 #include "colour/Swatches.h"
 #include "colour/frmColor.h"
 #include "document/layers/ImageDocument.h"
@@ -60,6 +61,7 @@ void WirePanels() {
   WireTextPickers();
   WireColorPanel();
   WireSwatchPanel();
+  WirePanelKeys();
   ColorPanel->OnEditColor = [](int16_t Index) { frmColor->Edit(Index); };
 }
 

@@ -124,10 +124,64 @@ TEST_F(Keyboard, PartsOfTheMainWindowHaveItsKeys) {
     ExpectMainKeys(ToolButtons->Cmd[i]);
     ExpectMainKeys(frmControls->DrawToolbar[i]);
   }
+  for (int i = 0; i < 2; ++i) ExpectMainKeys(ColorPanel->SelColor[i]);
   for (int i = 0; i < kChannelCount; ++i)
     for (Control* part : std::initializer_list<Control*>{
              &ColorPanel->ColorBar[i], &ColorPanel->ColorScroll[i], &ColorPanel->lblColor[i]})
       ExpectMainKeys(*part);
+}
+
+TEST_F(Keyboard, TabGoesRoundThePanelsAndThePicture) {
+  frmPaint& beneath = MakeDocument(40, 30, kWhite, {"beneath", ""});
+  frmPaint& picture = MakeDocument(40, 30, kWhite, {"picture", ""});
+  SelectTool(kTextTool);
+  const auto ring = [&](Qt::Key key) {
+    QString names;
+    for (int stops = 0; stops == 0 || (!picture.HoldsFocus() && stops < 50); ++stops) {
+      Key(key);
+      names += QApplication::focusWidget()->objectName() + ' ';
+    }
+    EXPECT_EQ(ActiveDocument(), &picture);
+    return names.toStdString();
+  };
+  const std::string there = "SelColor(0) SelColor(1) txtNumber txtNumber txtNumber SwatchScroll txtNumber ";
+  EXPECT_EQ(ring(Qt::Key_Tab), there + "CmdButton(0) CmdButton(1) PaintArea ");
+  Click(5, 5);
+  EXPECT_EQ(ring(Qt::Key_Tab), there + "CmdButton(0) CmdButton(1) TextInput ");
+  const std::string back = "txtNumber SwatchScroll txtNumber txtNumber txtNumber SelColor(1) SelColor(0) ";
+  EXPECT_EQ(ring(Qt::Key_Backtab), "CmdButton(1) CmdButton(0) " + back + "TextInput ");
+  // What has the keyboard goes, and none of the panels' parts gets it.
+  bool panels_asked = false;
+  ColorPanel->SelColor[0].OnGotFocus = [&] { panels_asked = true; };
+  SelectTool(kPenTool);
+  Key(Qt::Key_F2), Key(Qt::Key_F2);
+  picture.SetDirtyFalse();
+  for (ImageDocument* document : {&picture, &beneath}) document->Unload();
+  EXPECT_FALSE(panels_asked);
+}
+
+TEST_F(Keyboard, ColorsArePickedByKeys) {
+  const auto colors = [] {
+    return std::pair(ColorPanel->SelColor[0].BackColor(), ColorPanel->SelColor[1].BackColor());
+  };
+  ColorPanel->SelColor[0].SetFocus();
+  Key(Qt::Key_Right), Key(Qt::Key_Space);
+  EXPECT_EQ(ColorPanel->SelectedColor, 1);
+  Key(Qt::Key_Left), Key(Qt::Key_Return);
+  EXPECT_TRUE(frmColor->Visible());
+  Key(Qt::Key_Escape);
+
+  const auto& grid = SwatchPanel->Swatch;
+  SwatchPanel->SwatchScroll.SetFocus();
+  Key(Qt::Key_Right), Key(Qt::Key_Down), Key(Qt::Key_Up), Key(Qt::Key_Down), Key(Qt::Key_Space);
+  Key(Qt::Key_End), Key(Qt::Key_Left), Key(Qt::Key_Return, Qt::ShiftModifier);
+  EXPECT_EQ(colors(), std::pair(grid[11].BackColor, grid.back().BackColor));
+  Key(Qt::Key_Home), Key(Qt::Key_Left), Key(Qt::Key_Up), Key(Qt::Key_Return);
+  EXPECT_EQ(colors().first, grid[0].BackColor);
+  Key(Qt::Key_End), Key(Qt::Key_Down), Key(Qt::Key_Return);
+  ASSERT_TRUE(frmNewSwatch.IsLoaded());
+  Key(Qt::Key_Escape);
+  EXPECT_TRUE(SwatchPanel->SwatchScroll.HasFocus() && SwatchPanel->FocusMark.Visible());
 }
 
 TEST_F(Keyboard, APictureHasItsOwn) {

@@ -123,6 +123,10 @@ void Control::SetTabStop(bool stop) {
   widget_->setFocusPolicy(Qt::FocusPolicy(stop ? policy | Qt::StrongFocus : policy & ~Qt::TabFocus));
 }
 
+void Control::SetTakesTab() {
+  if (widget_) widget_->setFocusPolicy(Qt::TabFocus);
+}
+
 void Control::SetTabAfter(const Control& before) {
   if (widget_ && before.widget_) QWidget::setTabOrder(before.widget_, widget_);
 }

@@ -28,6 +28,7 @@ enum PointerButtons : int16_t { kNoButton = 0, kLeftButton = 1, kRightButton = 2
 enum KeyCodes : int16_t {
   kKeyEnter = 13,
   kKeyEscape = 27,
+  kKeySpace = 32,
   kKeyPageUp = 33,
   kKeyPageDown = 34,
   kKeyEnd = 35,
@@ -107,6 +108,8 @@ class Control {
   /// Whether Tab comes to the control.
   virtual bool TabStop() const;
   virtual void SetTabStop(bool stop);
+  /// Tab comes to the control; a press leaves the keyboard where it is.
+  void SetTakesTab();
   /// Tab comes here from that one.
   void SetTabAfter(const Control& before);
   /// Paints what has been noted for painting now, not at the next turn of the event loop.
