@@ -92,8 +92,10 @@ TEST_F(Swatches, ArePickedByEitherButton) {
 }
 
 TEST_F(Swatches, AreAddedAndStayForTheNextStart) {
-  Put({});
+  // The file has another table, and not yet theirs.
+  Put({"x"}, "Other", "Field");
   Start();
+  EXPECT_TRUE(Grid().empty());
   ColorPanel->SelColor[0].SetBackColor(RGB(1, 2, 3));
   AddNamed("a b");
   EXPECT_TRUE(MainForm->Enabled() && !frmNewSwatch.IsLoaded());
@@ -108,6 +110,7 @@ TEST_F(Swatches, AreAddedAndStayForTheNextStart) {
   ASSERT_EQ(Grid().size(), 2u);
   EXPECT_EQ(Grid()[1].ToolTipText, "second");
   EXPECT_EQ(Grid()[1].Left, 12);
+  EXPECT_EQ(DataStore::Open(Path(), kDataPassword)->Texts("Other", "Field"), Rows{"x"});
 }
 
 TEST_F(Swatches, NeedANameAndCanBeGivenUp) {
@@ -143,18 +146,6 @@ TEST_F(Swatches, ThatCannotBeStoredStayForTheNextTime) {
   EXPECT_TRUE(CompactDataFile(Path(), Path() + "2", kDataPassword));
   AddNamed("second");
   EXPECT_EQ(Stored(), (Rows{"255 Red", "not a swatch", "5 other", "0 first", "0 second"}));
-}
-
-TEST_F(Swatches, AFileWithoutTheirTableGetsOneAndAnotherTableStays) {
-  Put({"x"}, "Other", "Field");
-  Start();
-  EXPECT_TRUE(Grid().empty());
-  AddNamed("one");
-  EXPECT_EQ(Stored(), Rows{"0 one"});
-  Put({"x"}, "ColorSwatches", "Other");
-  Start();
-  EXPECT_EQ(Answering({"OK"}, [] { AddNamed("one"); }).size(), 1u);
-  EXPECT_EQ(DataStore::Open(Path(), kDataPassword)->Texts("ColorSwatches", "Other"), Rows{"x"});
 }
 
 TEST_F(Swatches, ADataFileThatCannotBeUsedEndsTheStart) {
