@@ -1,5 +1,6 @@
-"""A person's whole session: painted, copied, changed by an effect, lettered, enlarged, saved as every kind, joined by a
-second start and left with a question. Each file holds what the screen showed."""
+"""A person's whole session: painted, a colour kept as a swatch, copied, changed by an effect, lettered, enlarged, saved as
+every kind, joined by a second start and left with a question. Each file holds what the screen showed, and the next start
+what was kept."""
 
 import os
 import sys
@@ -9,6 +10,7 @@ from effects import EffectWindow, open_picture
 from pictures import BLACK, WHITE, Picture
 from type_text import changed, open_box, type_into
 
+SWATCH = "From the sheet"
 KINDS = {"bmp": "BMP3", "tif": "TIFF", "gif": "GIF", "jpg": "JPEG", "ico": "ICO"}
 
 
@@ -25,10 +27,22 @@ def paint(desk, program, sheet):
     sheet.row(100, 100, 20, BLACK)
     program.press("Eyedropper Tool")
     desk.click(*sheet.place(150, 100))
+    name_swatch(desk, program)
+    program.press("Restore Colors")
+    program.press(SWATCH)
     program.press("Pen Tool")
     colour = sheet.picture.at(150, 100)
     sheet.row(10, 60, 28, colour)
     return colour
+
+
+def name_swatch(desk, program):
+    """Adds the foreground colour by a click on the space behind the other swatches."""
+    left, top, width, height = program.find("Add New Swatch").settled().rect()
+    desk.click(left + width - 4, top + height - 4)
+    program.enter("Enter the name for the new swatch:", SWATCH)
+    program.press("OK")
+    wait_for("the swatch window to go", lambda: not program.shows("Enter the name for"))
 
 
 def copy_and_posterize(desk, program, sheet):
@@ -94,6 +108,7 @@ def a_whole_session(desk):
     program.answer("The image has been changed.", "Yes")
     program.expect_end()
     desk.expect_picture(other, sheet.picture)
+    desk.wait_for_pixel(desk.start().find(SWATCH).settled().centre(), colour)
 
 
 if __name__ == "__main__":
