@@ -34,15 +34,11 @@ void MarkSwatch(int index) {
   SwatchPanel->Marked = std::clamp(index, 0, SwatchCount());
   const auto marked = static_cast<size_t>(SwatchPanel->Marked);
   const bool is_free = marked == SwatchPanel->Swatch.size();
-  const int row = SwatchPanel->Marked / kSwatchesInRow, column = SwatchPanel->Marked % kSwatchesInRow;
-  const int top = SwatchPanel->ScrollSwatch.Value();
-  ShowSwatchRow(std::clamp(top, row - kSwatchRowsInView + 1, row));
+  BringIntoView(SwatchPanel->Marked);
   const Pixel ground = ToPixel(is_free ? SystemColor::ButtonFace : SwatchPanel->Swatch[marked].BackColor);
   OutlineMark& mark = SwatchPanel->FocusMark;
   mark.SetForeColor(ToColor(ReadableInk(ground, ground)));
-  mark.Move(static_cast<Single>(column * kSwatchPitch + 1),
-            SwatchPanel->Display.Top() + static_cast<Single>(row * kSwatchPitch + 1), kSwatchSide - 2,
-            kSwatchSide - 2);
+  SwatchPanel->PlaceMark();
   mark.SetVisible(true);
   SwatchPanel->SwatchScroll.SetAccessibleName(is_free ? kAddSwatch : SwatchPanel->Swatch[marked].ToolTipText);
 }

@@ -77,6 +77,14 @@ void SwatchPanelControls::ShowTiles() {
     Tiles[shown].ShowEntry(static_cast<int>(entry - Swatch.begin()), *entry);
   }
   for (; shown < Tiles.Count(); ++shown) Tiles[shown].SetVisible(false);
+  PlaceMark();
+}
+
+/// Within the border.
+void SwatchPanelControls::PlaceMark() {
+  const int left = Marked % kSwatchesInRow * kSwatchPitch, top = Marked / kSwatchesInRow * kSwatchPitch;
+  FocusMark.Move(static_cast<Single>(left + 1), Display.Top() + static_cast<Single>(top + 1), kSwatchSide - 2,
+                 kSwatchSide - 2);
 }
 
 }  // namespace zelvane

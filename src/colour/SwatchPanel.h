@@ -56,6 +56,8 @@ struct SwatchPanelControls {
 
   /// Has tiles show the swatches that are in view; those made for it are handed to `OnTileMade`.
   void ShowTiles();
+  /// Puts the mark on `Marked`, wherever the grid is scrolled to.
+  void PlaceMark();
   std::function<void(SwatchTile& tile)> OnTileMade;
 };
 

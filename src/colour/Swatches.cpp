@@ -53,9 +53,22 @@ void SetScrollFromHeights() {
   bar.SetEnabled(whole > most);
 }
 
+int TopRow() {
+  return static_cast<int>(-SwatchPanel->Display.Top()) / kSwatchPitch;
+}
+
+/// The bar follows as far as it goes: it begins to when the row behind those in view is full.
+void ScrollTo(int row) {
+  const int rows = static_cast<int>(SwatchPanel->Swatch.size()) / kSwatchesInRow + 1;
+  const int top = std::clamp(row, 0, std::max(0, rows - kSwatchRowsInView));
+  With(ToInt16(top), [](int16_t value) { SwatchPanel->ScrollSwatch.SetValue(value); });
+  SwatchPanel->Display.SetTop(static_cast<Single>(-kSwatchPitch * top));
+  SwatchPanel->ShowTiles();
+}
+
 /// A notch is a row.
 void Swatches_MouseWheel(int16_t, Single, Single, Single, Single down) {
-  ShowSwatchRow(RoundHalfEven(SwatchPanel->ScrollSwatch.Value() - down));
+  ScrollTo(TopRow() - static_cast<int>(RoundHalfEven(down)));
 }
 
 }  // namespace
@@ -116,6 +129,7 @@ void AddSwatch(const std::string& name) {
   SwatchPanel->Swatch.push_back(std::move(added));
   PlaceFreeSpace(SwatchPanel->Swatch.back().Top);
   SetScrollFromHeights();
+  BringIntoView(static_cast<int>(SwatchPanel->Swatch.size()) - 1);
   SwatchPanel->ShowTiles();
 }
 
@@ -137,10 +151,9 @@ void ScrollSwatchPanel() {
   SwatchPanel->ShowTiles();
 }
 
-void ShowSwatchRow(int row) {
-  const int rows = static_cast<int>(SwatchPanel->Swatch.size()) / kSwatchesInRow + 1;
-  const int last = std::max(0, rows - kSwatchRowsInView);
-  With(ToInt16(std::clamp(row, 0, last)), [](int16_t top) { SwatchPanel->ScrollSwatch.SetValue(top); });
+void BringIntoView(int index) {
+  const int top = TopRow(), row = index / kSwatchesInRow;
+  if (row < top || row >= top + kSwatchRowsInView) ScrollTo(row < top ? row : row - kSwatchRowsInView + 1);
 }
 
 void Swatch_MouseDown(int Index, int16_t Button) {

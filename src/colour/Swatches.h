@@ -23,8 +23,8 @@ void OpenNewSwatch();
 
 /// Places the grid from the scroll bar's value, which counts rows.
 void ScrollSwatchPanel();
-/// Scrolls so that the row is the first in view, as far as there are rows behind it.
-void ShowSwatchRow(int row);
+/// Scrolls no further than it takes to see that swatch, or the place behind the last one.
+void BringIntoView(int index);
 void Swatch_MouseDown(int Index, int16_t Button);
 
 }  // namespace zelvane

@@ -113,6 +113,21 @@ TEST_F(Swatches, AreAddedAndStayForTheNextStart) {
   EXPECT_EQ(DataStore::Open(Path(), kDataPassword)->Texts("Other", "Field"), Rows{"x"});
 }
 
+TEST_F(Swatches, BehindAFullPanelAreReachedByTheWheel) {
+  Put(Many(70));
+  Start();
+  const auto turn = [](Single notches) { SwatchPanel->Background.OnMouseWheel(0, 5, 5, 0, notches); };
+  turn(1);
+  EXPECT_EQ(SwatchPanel->Display.Top(), 0);
+  turn(-3);
+  EXPECT_EQ(SwatchPanel->Display.Top(), -12) << "so that the free space is seen";
+  turn(1);
+  AddNamed("new");
+  EXPECT_EQ(SwatchPanel->Display.Top(), -12);
+  EXPECT_EQ(SwatchPanel->Tiles[60].Index(), 70);
+  EXPECT_TRUE(SwatchPanel->Tiles[60].Visible());
+}
+
 TEST_F(Swatches, NeedANameAndCanBeGivenUp) {
   Start();
   const Rows standing = Stored();
