@@ -1,5 +1,6 @@
 #include "document/window/frmPaint.h"
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -180,12 +181,14 @@ void frmPaint::PaintArea_MouseWheel(int16_t Shift, Single across, Single along) 
   if (Scroller.ScrollBy(-across * kNotch, -along * kNotch)) ViewMoved();
 }
 
-/// The view goes along with the caret.
+/// The view goes along with the caret and the letter before it, which is about as wide as high at most.
 void frmPaint::ShowCaret() {
   if (Down || !TextInput.Visible()) return;
   const Rect caret = TextInput.Caret();
+  const int third = static_cast<int>(Back.Width()) / 3;
+  const int letter = std::min({caret.left, caret.bottom - caret.top, third});
   const auto left = static_cast<int>(TextInput.Left()), top = static_cast<int>(TextInput.Top());
-  Scroller.ScrollInto({caret.left + left, caret.top + top, caret.right + left, caret.bottom + top});
+  Scroller.ScrollInto({caret.left - letter + left, caret.top + top, caret.right + left, caret.bottom + top});
 }
 
 /// The pixel under the pointer stays there, as far as there is picture to scroll.
