@@ -202,7 +202,8 @@ int FolderTree::rowCount(const QModelIndex& parent) const {
 }
 
 QVariant FolderTree::data(const QModelIndex& folder, int role) const {
-  return role == Qt::DisplayRole ? QVariant(OneLine(ToQt(NodeOf(folder).name))) : QVariant();
+  if (!folder.isValid() || role != Qt::DisplayRole) return {};
+  return OneLine(ToQt(NodeOf(folder).name));
 }
 
 bool FolderTree::hasChildren(const QModelIndex& parent) const {

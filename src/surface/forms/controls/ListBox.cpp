@@ -27,8 +27,10 @@ class ListBox::Rows : public QAbstractListModel {
   int rowCount(const QModelIndex& parent) const override {
     return parent.isValid() ? 0 : static_cast<int>(texts_.size());
   }
+  /// The view copies its current row (Ctrl+C), also where it has none.
   QVariant data(const QModelIndex& index, int role) const override {
-    return role == Qt::DisplayRole ? QVariant(OneLine(TextAt(index.row()))) : QVariant();
+    if (!index.isValid() || role != Qt::DisplayRole) return {};
+    return OneLine(TextAt(index.row()));
   }
   bool Begins(int row, const QString& typed) const {
     return TextAt(row).startsWith(typed, Qt::CaseInsensitive);

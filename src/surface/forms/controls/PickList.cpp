@@ -41,7 +41,8 @@ class PickList::Rows : public QAbstractListModel {
     return parent.isValid() ? 0 : static_cast<int>(choices_.size());
   }
   QVariant data(const QModelIndex& index, int role) const override {
-    return role == Qt::DisplayRole ? QVariant(OneLine(ToQt(At(index).text))) : QVariant();
+    if (!index.isValid() || role != Qt::DisplayRole) return {};
+    return OneLine(ToQt(At(index).text));
   }
 
  private:
