@@ -18,7 +18,6 @@ namespace {
 constexpr int kOk = 0, kLongestName = 40;
 constexpr Single kMargin = 180, kGap = 120, kLine = 60;    // twips
 constexpr double kBesideEdge = 90, kBelowInfoFrame = 630;  // twips
-constexpr double kTitleBar = 450;                          // twips, what the desktop adds at most, or so
 
 }  // namespace
 
@@ -71,7 +70,7 @@ void NewSwatchDialog::PlaceAtPanel() {
   const double top =
       InfoPanel->InfoFrame.Top() * kTwipsPerPixel + main->Top() + State.TitleBarHeight + kBelowInfoFrame;
   const Screen::Area place =
-      Screen::BroughtOnto(Screen::WorkAreas(), {left, top, Width(), Height() + kTitleBar});
+      Screen::BroughtOnto(Screen::WorkAreas(), {left, top, Width(), Height() + Screen::kTitleBar});
   Move(static_cast<Single>(place.left), static_cast<Single>(place.top));
 }
 

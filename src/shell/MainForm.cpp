@@ -24,7 +24,6 @@ namespace zelvane {
 namespace {
 
 constexpr double kSmallestWidth = 9600, kSmallestHeight = 6780;                 // twips
-constexpr double kMenuWidth = 6000, kTitleAndMenuHeight = 900;                  // twips, with some to spare
 constexpr int kHoverInterval = 50;                                              // milliseconds
 constexpr Single kTopBarHeight = 32, kLeftBarWidth = 66, kRightBarWidth = 160;  // pixels
 
@@ -86,10 +85,10 @@ void MainWindow::RestoreWindowPlace() {
   RestoredWidth = Width();
 }
 
-/// A screen may be gone since: the strip of title bar and menus comes back onto one that is there.
+/// A screen may be smaller or gone since: all of the window comes back onto one that is there.
 void MainWindow::PutOnScreen() {
-  const Screen::Area strip = {Left(), Top(), std::min<double>(Width(), kMenuWidth), kTitleAndMenuHeight};
-  const Screen::Area reached = Screen::BroughtOnto(Screen::WorkAreas(), strip);
+  const Screen::Area window = {Left(), Top(), Width(), Height() + Screen::kTitleBar};
+  const Screen::Area reached = Screen::BroughtOnto(Screen::WorkAreas(), window);
   SetLeft(static_cast<Single>(reached.left));
   SetTop(static_cast<Single>(reached.top));
 }

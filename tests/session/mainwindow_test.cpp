@@ -118,11 +118,18 @@ TEST_F(TheMainWindow, AStoredSizeIsCutAtTheExitAndAStoredPlaceAtTheStart) {
   Start();
   const double width = MainForm->Desktop.WorkAreaWidth(), height = MainForm->Desktop.WorkAreaHeight();
   EXPECT_EQ(MainForm->Width(), 60000);
-  EXPECT_LT(MainForm->Left(), width - 3000);
-  EXPECT_LT(MainForm->Top(), height - 450);
+  EXPECT_EQ(QPointF(MainForm->Left(), MainForm->Top()), QPointF(0, 0)) << "it's larger than the screen";
   Leave();
   EXPECT_EQ(ReadNumber("ZelvaneWidth", 0), width);
   EXPECT_EQ(ReadNumber("ZelvaneHeight", 0), height);
+
+  WriteSetting("ZelvaneWidth", "9750"), WriteSetting("ZelvaneHeight", "6900");
+  WriteSetting("ZelvaneLeft", "9000"), WriteSetting("ZelvaneTop", "9000");
+  Start();
+  EXPECT_EQ(MainForm->Left(), width - 9750) << "half of it would be beyond the edge";
+  EXPECT_LE(MainForm->Top(), height - 6900);
+  EXPECT_GT(MainForm->Top(), 0);
+  Leave();
 
   // What is no number leaves the design.
   WriteSetting("ZelvaneWidth", "12000px"), WriteSetting("ZelvaneHeight", "nan");

@@ -11,6 +11,8 @@ double Height();
 /// What the desktop leaves free of panels, in twips.
 double WorkAreaWidth();
 double WorkAreaHeight();
+/// What a window's title bar adds to its height, in twips: as much as desktops have, or so.
+inline constexpr double kTitleBar = 450;
 /// A part of the desktop, in twips.
 struct Area {
   double left = 0, top = 0, width = 0, height = 0;
