@@ -1,11 +1,13 @@
 #include "surface/forms/windows/Application.h"
 
 #include <QApplication>
+#include <QFontMetrics>
 #include <QIcon>
 #include <QPainter>
 #include <QProxyStyle>
 #include <QStyleOption>
 #include <QTimerEvent>
+#include <algorithm>
 #include <utility>
 
 #include "surface/forms/controls/Events.h"
@@ -26,6 +28,7 @@ namespace {
 constexpr int kIconDelay = 150;
 /// Of the outline of boxes in dark palettes, of 255.
 constexpr int kOutlineAlpha = 120;
+constexpr int kTitlePadding = 2;  // logical pixels above and below the title of a child, together
 
 QIcon ProgramIcon() {
   QIcon icon;
@@ -36,13 +39,22 @@ QIcon ProgramIcon() {
   return icon;
 }
 
-/// The desktop's style, but for one icon: that of the button for what a menu bar has no room for. Every menu
-/// bar asks for it when it's made, and the desktop's would have all readers of pictures loaded at the start.
+/// The desktop's style, but for a few things that it lacks.
 class Style : public QProxyStyle {
  public:
+  /// The icon of the button for what a menu bar has no room for. Every menu bar asks for it when it's made,
+  /// and the desktop's would have all readers of pictures loaded at the start.
   QIcon standardIcon(StandardPixmap which, const QStyleOption* option, const QWidget* widget) const override {
     if (which == SP_ToolBarHorizontalExtensionButton) return QIcon(IconArt("dropdown", 16, 1));
     return QProxyStyle::standardIcon(which, option, widget);
+  }
+
+  /// Styles give the title of a child a fixed height, whatever the font.
+  int pixelMetric(PixelMetric which, const QStyleOption* option, const QWidget* widget) const override {
+    const int styled = QProxyStyle::pixelMetric(which, option, widget);
+    if (which != PM_TitleBarHeight) return styled;
+    const QFontMetrics title(QApplication::font("QMdiSubWindowTitleBar"));
+    return std::max(styled, title.height() + kTitlePadding);
   }
 
   /// In a dark palette the box or ring of a mark would be drawn in black on nearly black.
