@@ -2,13 +2,34 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
+
+#include "surface/forms/controls/TextGrowth.h"
 
 namespace zelvane {
 namespace {
 
 constexpr int kMarkerWidth = 9, kMarkerHeight = 5;
-constexpr int kRowHeight = 24;  // from one channel to the next
 constexpr int kButtonSize = 10;
+// The channels, pixels at a font of 10 points.
+constexpr Single kFirstRow = 46, kRowHeight = 19, kPitch = 24, kLeastGap = 2, kBarLeft = 12;
+constexpr Single kBarWidth = 101, kBarHeight = 9, kBesideBar = 3, kNumberWidth = 37;
+
+/// From one channel to the next.
+Single Pitch() {
+  return std::max(kPitch, kRowHeight + LineGrowth() + kLeastGap);
+}
+/// How much higher the panel is with the desktop's font: by a heading and by the channels.
+Single Growth() {
+  return 2 * LineGrowth() + (kChannelCount - 1) * (Pitch() - kPitch);
+}
+/// Right of the letters.
+Single BarLeft() {
+  return Widened(kBarLeft);
+}
+Single NumberLeft() {
+  return BarLeft() + kBarWidth + kBesideBar + 1;
+}
 
 struct ChannelFacts {
   const char *letter, *name, *bar, *marker;
@@ -56,8 +77,8 @@ ColorPanelControls::ColorPanelControls(Control& parent)
       lblColor(kChannelCount, SwatchesBg, "lblColor"),
       FocusMark(SwatchesBg, "FocusMark") {
   SwatchesBg.SetBackColor(SystemColor::ButtonFace);
-  SwatchesBg.Move(2, 2, 156, 124);
-  lblHeading.Move(81, -2, 61, 15);
+  SwatchesBg.Move(2, 2, NumberLeft() + Widened(kNumberWidth) + 2, kColorPanelHeight + Growth());
+  lblHeading.Move(81, -2, Widened(61), 15 + LineGrowth());
   // What comes into a parent stands above what is there: the foreground lies over the background.
   for (Control* part : {static_cast<Control*>(&SelFrame[0]), static_cast<Control*>(&SelColor[0])}) {
     part->SetParent(parent);
@@ -71,7 +92,7 @@ ColorPanelControls::ColorPanelControls(Control& parent)
   FocusMark.SetVisible(false);
   MakeButton(ShiftColors, 63, 5, "swap", "Swap Colors");
   MakeButton(RestoreColors, 34, 30, "restore", "Restore Colors");
-  Gradient.Move(81, 14, 61, 17);
+  Gradient.Move(81, 14 + LineGrowth(), 61, 17);
   Gradient.SetAccessibleName("Color strip");
   FrameRamp(Gradient);
   for (int channel = 0; channel < kChannelCount; ++channel) PlaceChannel(channel);
@@ -92,17 +113,19 @@ void ColorPanelControls::PlaceColor(int index, Single left, Single top, const ch
 
 void ColorPanelControls::PlaceChannel(int channel) {
   const ChannelFacts& facts = kChannels.at(static_cast<size_t>(channel));
-  const auto down = static_cast<Single>(channel * kRowHeight);
+  const Single row = kRowHeight + LineGrowth();
+  const Single top = kFirstRow + LineGrowth() + static_cast<Single>(channel) * Pitch();
+  const Single bar = top + std::floor((row - kBarHeight) / 2);
   lblChannel[channel].SetCaption(facts.letter);
-  lblChannel[channel].Move(0, 46 + down, 9, 19);
+  lblChannel[channel].Move(0, top, BarLeft() - kBesideBar, row);
   lblChannel[channel].SetAlignment(kAlignCentre);
-  ColorBar[channel].Move(12, 51 + down, 101, 9);
+  ColorBar[channel].Move(BarLeft(), bar, kBarWidth, kBarHeight);
   ColorBar[channel].SetAccessibleName(facts.bar);
   FrameRamp(ColorBar[channel]);
-  ColorScroll[channel].Move(12, 61 + down);
+  ColorScroll[channel].Move(BarLeft(), bar + kBarHeight + 1);
   ColorScroll[channel].SetAccessibleName(facts.marker);
   NumberBox& number = lblColor[channel];
-  number.Move(117, 46 + down, 37, 19);
+  number.Move(NumberLeft(), top, Widened(kNumberWidth), row);
   number.SetAccessibleName(facts.name);
   number.SetFormat("##0");
   number.SetPositiveOnly(true);

@@ -12,7 +12,8 @@
 
 namespace zelvane {
 
-inline constexpr int kChannelCount = 3;  ///< red, green, blue, in this order
+inline constexpr int kChannelCount = 3;        ///< red, green, blue, in this order
+inline constexpr int kColorPanelHeight = 124;  ///< pixels, at a font of 10 points
 
 /// A surface that shows a ramp from one colour to another.
 class RampSurface : public PictureSurface {

@@ -3,14 +3,15 @@
 #include <algorithm>
 
 #include "surface/forms/controls/Events.h"
+#include "surface/forms/controls/TextGrowth.h"
 
 namespace zelvane {
 namespace {
 
-constexpr Single kPanelTop = 130, kPanelWidth = 156, kHeadingHeight = 16;  // pixels
-constexpr Single kGridWidth = 121, kGridHeight = 85, kFirstHeight = 21;    // pixels, seven rows of ten
-constexpr Single kBarWidth = 17, kBeside = 2;                              // pixels
-constexpr size_t kLongestTip = 100;                                        // bytes
+constexpr Single kPanelWidth = 156, kHeadingHeight = 16;                 // pixels, at a font of 10 points
+constexpr Single kGridWidth = 121, kGridHeight = 85, kFirstHeight = 21;  // pixels, seven rows of ten
+constexpr Single kBarWidth = 17, kBeside = 2;                            // pixels
+constexpr size_t kLongestTip = 100;                                      // bytes
 
 /// The whole name, unless it would fill the screen.
 std::string TipOf(const std::string& name) {
@@ -38,7 +39,7 @@ void SwatchTile::ShowEntry(int index, const SwatchEntry& entry) {
   SetVisible(true);
 }
 
-SwatchPanelControls::SwatchPanelControls(Control& RightBar)
+SwatchPanelControls::SwatchPanelControls(Control& RightBar, Single top)
     : Picture3(RightBar, "Picture3"),
       lblHeading(Picture3, "Label1(1)", "Swatches:"),
       Background(Picture3, "Background"),
@@ -47,16 +48,17 @@ SwatchPanelControls::SwatchPanelControls(Control& RightBar)
       ScrollSwatch(Picture3, "ScrollSwatch", ScrollBar::Direction::Vertical),
       FocusMark(Background, "FocusMark") {
   Picture3.SetBackColor(SystemColor::ButtonFace);
-  Picture3.Move(2, kPanelTop, kPanelWidth, kHeadingHeight + kGridHeight);
-  lblHeading.Move(0, 0, kGridWidth, kHeadingHeight);
+  const Single heading = kHeadingHeight + LineGrowth();
+  Picture3.Move(2, top, Widened(kPanelWidth), heading + kGridHeight);
+  lblHeading.Move(0, 0, Widened(kGridWidth), heading);
   Background.SetBackColor(SystemColor::ButtonFace);
-  Background.Move(0, kHeadingHeight, kGridWidth, kGridHeight);
+  Background.Move(0, heading, kGridWidth, kGridHeight);
   // Its frame and the outer borders of the swatches are one line.
   Background.SetFillStyle(kFillTransparent);
   Background.Box(0, 0, kGridWidth - 1, kGridHeight - 1, SystemColor::ButtonShadow);
   Display.Move(0, 0, kGridWidth, kSwatchSide);
   SwatchScroll.Move(0, 0, kGridWidth, kFirstHeight);
-  ScrollSwatch.Move(kGridWidth + kBeside, kHeadingHeight, kBarWidth, kGridHeight);
+  ScrollSwatch.Move(kGridWidth + kBeside, heading, kBarWidth, kGridHeight);
   ScrollSwatch.SetAccessibleName("Swatches");
   ScrollSwatch.SetEnabled(false);
   FocusMark.SetVisible(false);

@@ -39,7 +39,8 @@ class SwatchTile : public PictureSurface {
 
 /// The swatch panel. The swatches live in `Swatch`, and nowhere else.
 struct SwatchPanelControls {
-  explicit SwatchPanelControls(Control& RightBar);
+  /// At `top` of the bar, in pixels.
+  SwatchPanelControls(Control& RightBar, Single top);
 
   PictureSurface Picture3;
   Label lblHeading;

@@ -43,7 +43,7 @@ std::string StoreSwatches() {
 void SetScrollFromHeights() {
   ScrollBar& bar = SwatchPanel->ScrollSwatch;
   const double whole = SwatchPanel->SwatchScroll.Height();
-  const double most = ColorPanel->SwatchesBg.ScaleHeight();
+  const double most = kColorPanelHeight;
   if (whole > most) {
     bar.SetMin(0);
     With(ToInt16(whole - most), [&](int16_t max) { bar.SetMax(max); });

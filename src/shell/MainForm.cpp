@@ -11,6 +11,7 @@
 #include "shell/state/DataFile.h"
 #include "shell/state/Settings.h"
 #include "shell/state/State.h"
+#include "surface/forms/controls/TextGrowth.h"
 #include "surface/forms/windows/Application.h"
 #include "surface/raster/Units.h"
 #include "surface/system/desktop/Screen.h"
@@ -26,6 +27,17 @@ namespace {
 constexpr double kSmallestWidth = 9600, kSmallestHeight = 6780;                 // twips
 constexpr int kHoverInterval = 50;                                              // milliseconds
 constexpr Single kTopBarHeight = 32, kLeftBarWidth = 66, kRightBarWidth = 160;  // pixels
+constexpr Single kBetweenPanels = 4, kBesideInfo = 12;                          // pixels
+
+/// Of a side of the window that nothing is stored of: a large font takes room. In twips.
+double FirstSize(double smallest, double work_area) {
+  const double wanted = Widened(static_cast<Single>(smallest / kTwipsPerPixel)) * kTwipsPerPixel;
+  return std::max(smallest, std::min(wanted, work_area - Screen::kTitleBar));
+}
+
+Single Below(const PictureSurface& panel) {
+  return panel.Top() + panel.Height();
+}
 
 void DockPanel(PictureSurface& panel, Align align, Single size) {
   if (align == Align::Top || align == Align::Bottom)
@@ -47,15 +59,18 @@ MainWindow::MainWindow()
       CmdTimer(kHoverInterval, IntervalTimer::Runs::WithPointer) {
   SetCaption(" Zelvane");
   SetMinimumSize(kSmallestWidth, kSmallestHeight);
-  DockPanel(TopBar, Align::Top, kTopBarHeight);
+  DockPanel(TopBar, Align::Top, kTopBarHeight + LineGrowth());
   DockPanel(LeftBar, Align::Left, kLeftBarWidth);
   DockPanel(RightBar, Align::Right, kRightBarWidth);
   Progress = std::make_unique<ProgressControls>(*this);
   ToolButtons = std::make_unique<ToolButtonControls>(LeftBar);
   ReadOuts = std::make_unique<ReadOutControls>(TopBar);
   ColorPanel = std::make_unique<ColorPanelControls>(RightBar);
-  SwatchPanel = std::make_unique<SwatchPanelControls>(RightBar);
-  InfoPanel = std::make_unique<InfoFrameControls>(RightBar);
+  SwatchPanel =
+      std::make_unique<SwatchPanelControls>(RightBar, Below(ColorPanel->SwatchesBg) + kBetweenPanels);
+  InfoPanel = std::make_unique<InfoFrameControls>(RightBar, Below(SwatchPanel->Picture3));
+  const PictureSurface& widest = InfoPanel->InfoFrame;
+  RightBar.SetWidth(widest.Left() + widest.Width() + kBesideInfo);
 }
 
 MainWindow::~MainWindow() {
@@ -71,13 +86,14 @@ MainWindow::~MainWindow() {
 }
 
 void MainWindow::RestoreWindowPlace() {
-  const double left = (Desktop.WorkAreaWidth() - kSmallestWidth) / 2;
-  const double top = (Desktop.WorkAreaHeight() - kSmallestHeight) / 2;
+  const double width = FirstSize(kSmallestWidth, Desktop.WorkAreaWidth());
+  const double height = FirstSize(kSmallestHeight, Desktop.WorkAreaHeight());
+  const double left = (Desktop.WorkAreaWidth() - width) / 2, top = (Desktop.WorkAreaHeight() - height) / 2;
   const auto restore = [](const char* key, double fallback, auto&& set) {
     set(static_cast<Single>(ReadNumber(key, fallback).value_or(fallback)));
   };
-  restore("ZelvaneWidth", kSmallestWidth, [this](Single width) { SetWidth(width); });
-  restore("ZelvaneHeight", kSmallestHeight, [this](Single height) { SetHeight(height); });
+  restore("ZelvaneWidth", width, [this](Single wide) { SetWidth(wide); });
+  restore("ZelvaneHeight", height, [this](Single high) { SetHeight(high); });
   restore("ZelvaneLeft", left, [this](Single x) { SetLeft(x); });
   restore("ZelvaneTop", top, [this](Single y) { SetTop(y); });
   PutOnScreen();

@@ -1,17 +1,29 @@
 #include "tools/OptionBars.h"
 
+#include "surface/forms/controls/TextGrowth.h"
 #include "tools/ToolButtons.h"
 
 namespace zelvane {
 namespace {
 
-constexpr int kBarHeight = 26, kIconWidth = 34, kIconSize = 24, kHoverInterval = 100;
-constexpr int kGap = 12, kLabelGap = 5, kBoxHeight = 22, kButtonSize = 26, kDropDownWidth = 16;
+constexpr int kIconWidth = 34, kIconSize = 24, kHoverInterval = 100;
+constexpr int kGap = 12, kLabelGap = 5, kButtonSize = 26, kDropDownWidth = 16;
+
+int BarHeight() {
+  return 26 + static_cast<int>(LineGrowth());
+}
+int BoxHeight() {
+  return 22 + static_cast<int>(LineGrowth());
+}
+/// That holds text.
+int TextWidth(int pixels) {
+  return static_cast<int>(Widened(static_cast<Single>(pixels)));
+}
 
 /// The widest number of a format takes that many pixels, with the box's frame round it.
 int NumberWidth(const std::string& format) {
   constexpr int kPercentWidth = 54, kPixelsWidth = 84;
-  return format.ends_with('%') ? kPercentWidth : kPixelsWidth;
+  return TextWidth(format.ends_with('%') ? kPercentWidth : kPixelsWidth);
 }
 
 void FaceStyles(ButtonGroup& group) {
@@ -30,8 +42,8 @@ class OptionBarsWindow::Row {
   Row(const Row&) = delete;
   Row& operator=(const Row&) = delete;
 
-  Row& Put(Control& control, int width, int height = kBoxHeight) {
-    control.Move(static_cast<Single>(x_), static_cast<Single>((kBarHeight - height) / 2),
+  Row& Put(Control& control, int width, int height = BoxHeight()) {
+    control.Move(static_cast<Single>(x_), static_cast<Single>((BarHeight() - height) / 2),
                  static_cast<Single>(width), static_cast<Single>(height));
     x_ += width;
     return *this;
@@ -50,7 +62,7 @@ class OptionBarsWindow::Row {
     return Put(window_.CmdDropDown[option], kDropDownWidth).Gap();
   }
   Row& Group(ButtonGroup& group) {
-    for (int i = 0; i < group.Count(); ++i) Put(group[i], kButtonSize, kBarHeight);
+    for (int i = 0; i < group.Count(); ++i) Put(group[i], kButtonSize, kButtonSize);
     return Gap();
   }
 
@@ -103,11 +115,11 @@ void OptionBarsWindow::NameBars() {
     const ToolFacts& facts = FactsOf(tool);
     PictureSurface& bar = DrawToolbar[tool];
     bar.SetBackColor(SystemColor::ButtonFace);
-    bar.Move(0, 0, kIconWidth, kBarHeight);
+    bar.Move(0, 0, kIconWidth, static_cast<Single>(BarHeight()));
     bar.SetVisible(false);
     PictureSurface& icon = ToolIcon.Add(bar, "ToolIcon");
     icon.SetBackColor(SystemColor::ButtonFace);
-    icon.Move(0, 0, kIconWidth, kBarHeight);
+    icon.Move(0, 0, kIconWidth, bar.Height());
     icon.SetIcon(facts.icon, kIconSize);
     MyCursor[static_cast<size_t>(tool)] = {facts.icon, facts.hot_x, facts.hot_y};
   }
@@ -127,8 +139,8 @@ void OptionBarsWindow::AddNumbers() {
 
 void OptionBarsWindow::FillBars() {
   Row(*this, kPenTool).Number(kPenWidth).Text("Style:").Group(Cmd3);
-  Row(*this, kMagnifyingTool).Text("Zoom:").Put(comboZoom, 84).Gap();
-  Row(*this, kGradientTool).Text("Angle:").Put(lblAngle, 56).Gap();
+  Row(*this, kMagnifyingTool).Text("Zoom:").Put(comboZoom, TextWidth(84)).Gap();
+  Row(*this, kGradientTool).Text("Angle:").Put(lblAngle, TextWidth(56)).Gap();
   Row(*this, kAirbrushTool).Number(kAirbrushSize).Number(kAirbrushPressure);
   Row(*this, kRectangleTool)
       .Number(kRectangleBorder)
@@ -137,21 +149,23 @@ void OptionBarsWindow::FillBars() {
   Row(*this, kCircleTool).Number(kCircleBorder).Group(Cmd2);
   Row(*this, kBrightenTool).Number(kBrightenSize).Number(kBrightenPressure).Group(Cmd4);
   Row(*this, kBlurTool).Number(kBlurSize);
-  Row(*this, kEraserTool).Number(kEraserWidth).Put(clearButton, 64).Gap();
+  Row(*this, kEraserTool).Number(kEraserWidth).Put(clearButton, TextWidth(64)).Gap();
   lblAngle.SetAlignment(kAlignCentre);
   ColorPick.SetBorder(true);
   ColorPick.SetAccessibleName("Color under the pointer");
   Row channels(*this, kEyedropperTool);
   channels.Put(ColorPick, 30).Gap();
-  channels.Text("R:").Put(lblRed, 32).Text("G:").Put(lblGreen, 32).Text("B:").Put(lblBlue, 32);
+  const int number = TextWidth(32);
+  channels.Text("R:").Put(lblRed, number).Text("G:").Put(lblGreen, number).Text("B:").Put(lblBlue, number);
 }
 
 void OptionBarsWindow::FillTextBar() {
   Row row(*this, kTextTool);
-  row.Number(kTextSize).Put(lblFont, 96).Put(CmdFont, kDropDownWidth).Gap();
-  row.Put(lblFontStyle, 96).Put(CmdFontStyle, kDropDownWidth).Gap();
-  row.Put(CmdButton.Add(DrawToolbar[kTextTool], "CmdButton", "Apply Text"), 86).Gap(4);
-  row.Put(CmdButton.Add(DrawToolbar[kTextTool], "CmdButton", "Cancel Text"), 86);
+  const int command = TextWidth(86);
+  row.Number(kTextSize).Put(lblFont, TextWidth(96)).Put(CmdFont, kDropDownWidth).Gap();
+  row.Put(lblFontStyle, TextWidth(96)).Put(CmdFontStyle, kDropDownWidth).Gap();
+  row.Put(CmdButton.Add(DrawToolbar[kTextTool], "CmdButton", "Apply Text"), command).Gap(4);
+  row.Put(CmdButton.Add(DrawToolbar[kTextTool], "CmdButton", "Cancel Text"), command);
   for (PictureSurface* button : {&CmdFont, &CmdFontStyle}) button->SetIcon("dropdown", 16);
   for (Label* choice : {&lblFont, &lblFontStyle}) {
     choice->SetBorder(true);

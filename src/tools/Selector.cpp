@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "surface/forms/controls/Events.h"
+#include "surface/forms/controls/TextGrowth.h"
 #include "surface/raster/FailingStep.h"
 #include "surface/raster/Units.h"
 #include "tools/NumericOptions.h"
@@ -82,7 +83,8 @@ void PlaceDropDown(DropDown& window, Single right) {
   const Single limit = left_bar.Width() - kOverLeftBarTwips / kTwips;
   const int top_bar = frmControls->DrawToolbar[0].Parent()->WindowRect().top;
   const int menus = std::max(top_bar - window.Parent()->WindowRect().top, 0);
-  window.Move(std::max(right - window.Width(), limit), static_cast<Single>(menus) + kTopTwips / kTwips);
+  window.Move(std::max(right - window.Width(), limit),
+              static_cast<Single>(menus) + kTopTwips / kTwips + LineGrowth());
 }
 
 int16_t ClampHandle(int16_t position) {

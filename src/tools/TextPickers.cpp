@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "document/layers/ImageDocument.h"
+#include "surface/forms/controls/TextGrowth.h"
 #include "surface/system/desktop/Fonts.h"
 #include "tools/OptionBars.h"
 #include "tools/Options.h"
@@ -141,7 +142,7 @@ void TakeTextSize() {
 void WireTextPickers() {
   const auto wire = [](Picker (*picker)(), const char* name, Single width) {
     const auto [controls, button, choice, is_open] = picker();
-    controls.Window.SetWidth(width);
+    controls.Window.SetWidth(Widened(width));
     controls.List.SetAccessibleName(name);
     controls.List.OnLostFocus = [picker] {
       if (frmFonts && frmControls.IsLoaded()) CloseUnlessHeld(picker());

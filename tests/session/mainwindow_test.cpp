@@ -1,6 +1,12 @@
+#include <QApplication>
 #include <QDir>
+#include <QLabel>
+#include <QLineEdit>
 #include <QTest>
 
+#include "colour/ColorPanel.h"
+#include "colour/SwatchPanel.h"
+#include "document/layers/InfoPanel.h"
 #include "document/layers/ReadOuts.h"
 #include "document/window/OpenPicture.h"
 #include "session/Session.h"
@@ -137,6 +143,30 @@ TEST_F(TheMainWindow, AStoredSizeIsCutAtTheExitAndAStoredPlaceAtTheStart) {
   Start();
   EXPECT_EQ(QSizeF(MainForm->Width(), MainForm->Height()), QSizeF(9600, 6780));
   EXPECT_LT(MainForm->Left(), 1e6);
+}
+
+TEST_F(TheMainWindow, ALargeFontHasRoomInThePanels) {
+  const QFont before = QApplication::font();
+  QFont large = before;
+  large.setPixelSize(24);
+  QApplication::setFont(large);
+  Start();
+  QWidget& window = *MainForm->Widget();
+  for (const QLabel* label : window.findChildren<QLabel*>()) {
+    if (label->text().isEmpty()) continue;
+    const QSize text = label->sizeHint();
+    EXPECT_GE(label->height(), text.height()) << label->objectName().toStdString();
+    EXPECT_GE(label->width(), text.width()) << label->text().toStdString();
+  }
+  for (const QLineEdit* box : window.findChildren<QLineEdit*>())
+    EXPECT_GE(box->height(), box->fontMetrics().height()) << box->accessibleName().toStdString();
+  const auto below = [](const Control& above) { return above.Top() + above.Height(); };
+  EXPECT_LE(below(ColorPanel->lblHeading), ColorPanel->Gradient.Top());
+  EXPECT_LE(below(ColorPanel->lblColor[0]), ColorPanel->lblColor[1].Top());
+  EXPECT_LE(below(ColorPanel->lblColor[2]), below(ColorPanel->SwatchesBg));
+  EXPECT_LE(below(SwatchPanel->lblHeading), SwatchPanel->Background.Top());
+  EXPECT_LE(below(SwatchPanel->Picture3), InfoPanel->Split.Top());
+  QApplication::setFont(before);
 }
 
 TEST_F(TheMainWindow, ATemporaryFolderOf64CharactersIsNotUsed) {

@@ -1,13 +1,19 @@
 #include "document/layers/InfoPanel.h"
 
+#include <algorithm>
+
+#include "surface/forms/controls/TextGrowth.h"
+
 namespace zelvane {
 namespace {
 
-constexpr int kRowHeight = 20, kNameWidth = 86, kInfoWidth = 146;
+// Pixels, where text is concerned at a font of 10 points.
+constexpr Single kRowHeight = 20, kNameWidth = 86, kValueWidth = 44, kInfoWidth = 146;
+constexpr Single kMargin = 8, kBesideName = 3, kSplit = 8, kFrame = 14;
 
 }  // namespace
 
-InfoFrameControls::InfoFrameControls(Control& RightBar)
+InfoFrameControls::InfoFrameControls(Control& RightBar, Single top)
     : Split(RightBar, "SplitH(6)"),
       InfoFrame(RightBar, "InfoFrame"),
       lblHeading(InfoFrame, "lblHeading", "Image Information"),
@@ -15,18 +21,23 @@ InfoFrameControls::InfoFrameControls(Control& RightBar)
       IHeight(InfoFrame, "IHeight"),
       IBits(InfoFrame, "IBits"),
       iType(InfoFrame, "iType") {
-  InfoFrame.SetBackColor(SystemColor::ButtonFace);
-  InfoFrame.Move(2, 245, kInfoWidth, 5 * kRowHeight);
-  Split.SetBackColor(SystemColor::ButtonFace);
-  Split.Move(2, 239, kInfoWidth, 2);
-  lblHeading.Move(8, 0, kInfoWidth - 8, kRowHeight);
   lblHeading.SetFontBold(true);
+  Single names = kNameWidth;
+  for (const char* name : {"Height:", "Width:", "Bits per pixel:", "Type:"})
+    names = std::max(names, lblNames.Add(InfoFrame, "lblName", name).NaturalWidth() + Widened(kBesideName));
+  const Single row = kRowHeight + LineGrowth();
+  const Single content = kMargin + std::max(lblHeading.NaturalWidth(), names + Widened(kValueWidth));
+  const Single width = std::max(kInfoWidth, content);
+  InfoFrame.SetBackColor(SystemColor::ButtonFace);
+  InfoFrame.Move(2, top + kFrame, width, 5 * row);
+  Split.SetBackColor(SystemColor::ButtonFace);
+  Split.Move(2, top + kSplit, width, 2);
+  lblHeading.Move(kMargin, 0, width - kMargin, row);
   Label* const values[] = {&IHeight, &IWidth, &IBits, &iType};
-  const char* const names[] = {"Height:", "Width:", "Bits per pixel:", "Type:"};
-  for (int row = 0; row < 4; ++row) {
-    const auto top = static_cast<Single>((row + 1) * kRowHeight);
-    lblNames.Add(InfoFrame, "lblName", names[row]).Move(8, top, kNameWidth, kRowHeight);
-    values[row]->Move(8 + kNameWidth, top, kInfoWidth - 8 - kNameWidth, kRowHeight);
+  for (int i = 0; i < lblNames.Count(); ++i) {
+    const Single line = static_cast<Single>(i + 1) * row;
+    lblNames[i].Move(kMargin, line, names, row);
+    values[i]->Move(kMargin + names, line, width - kMargin - names, row);
   }
   SetVisible(false);
 }

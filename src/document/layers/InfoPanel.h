@@ -9,7 +9,8 @@ namespace zelvane {
 
 /// The facts of the file behind the active document; hidden without one.
 struct InfoFrameControls {
-  explicit InfoFrameControls(Control& RightBar);
+  /// Below `top` of the bar, in pixels.
+  InfoFrameControls(Control& RightBar, Single top);
 
   PictureSurface Split;  ///< the separator above the frame
   PictureSurface InfoFrame;

@@ -1,9 +1,11 @@
 #include "document/layers/ReadOuts.h"
 
+#include "surface/forms/controls/TextGrowth.h"
+
 namespace zelvane {
 namespace {
 
-constexpr int kReadOutWidth = 88, kReadOutHeight = 26;
+constexpr Single kReadOutWidth = 88, kReadOutHeight = 26;  // pixels, at a font of 10 points
 
 }  // namespace
 
@@ -12,9 +14,10 @@ ReadOutControls::ReadOutControls(Control& TopBar)
       lblArea(CoordsInfo, "lblArea", "0 x 0"),
       lblCoords(CoordsInfo, "lblCoords", "0, 0") {
   CoordsInfo.SetBackColor(SystemColor::ButtonFace);
-  CoordsInfo.Move(0, 3, 2 * kReadOutWidth + 12, kReadOutHeight);
-  lblArea.Move(4, 0, kReadOutWidth, kReadOutHeight);
-  lblCoords.Move(4 + kReadOutWidth, 0, kReadOutWidth, kReadOutHeight);
+  const Single width = Widened(kReadOutWidth), height = kReadOutHeight + LineGrowth();
+  CoordsInfo.Move(0, 3, 2 * width + 12, height);
+  lblArea.Move(4, 0, width, height);
+  lblCoords.Move(4 + width, 0, width, height);
   lblArea.SetAlignment(kAlignRight);
   lblCoords.SetAlignment(kAlignRight);
   lblArea.SetToolTip("Distance from the press");
