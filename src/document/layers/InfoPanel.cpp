@@ -26,8 +26,8 @@ InfoFrameControls::InfoFrameControls(Control& RightBar, Single top)
   for (const char* name : {"Height:", "Width:", "Bits per pixel:", "Type:"})
     names = std::max(names, lblNames.Add(InfoFrame, "lblName", name).NaturalWidth() + Widened(kBesideName));
   const Single row = kRowHeight + LineGrowth();
-  const Single content = kMargin + std::max(lblHeading.NaturalWidth(), names + Widened(kValueWidth));
-  const Single width = std::max(kInfoWidth, content);
+  // The heading isn't measured, as that would load its bold face at the start.
+  const Single width = kMargin + std::max(Widened(kInfoWidth - kMargin), names + Widened(kValueWidth));
   InfoFrame.SetBackColor(SystemColor::ButtonFace);
   InfoFrame.Move(2, top + kFrame, width, 5 * row);
   Split.SetBackColor(SystemColor::ButtonFace);
