@@ -16,6 +16,10 @@ inline QPixmap IconArt(const std::string& name, int side, double ratio) {
   return IconArt(name, QSize(side, side), ratio);
 }
 
+/// Begins to draw an icon that will be seen soon, on another thread, for `IconArt` to take: some twenty of
+/// them stand in the first window.
+void DrawIconAhead(const std::string& name, int side);
+
 /// A drawn pointer, 32 logical pixels square. Drawn once a name and ratio.
 QCursor PointerArt(const PointerIcon& icon, double ratio);
 

@@ -172,6 +172,7 @@ void PictureSurface::Refresh() {
 void PictureSurface::SetIcon(const std::string& name, int size) {
   icon_ = name;
   icon_size_ = size;
+  DrawIconAhead(name, size);
   if (widget_) widget_->update();
 }
 
