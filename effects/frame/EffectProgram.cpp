@@ -1,9 +1,8 @@
 #include "effects/frame/EffectProgram.h"
 
 #include <QApplication>
+#include <QIcon>
 #include <QMessageBox>
-#include <QPainter>
-#include <QSvgRenderer>
 #include <cstdio>
 #include <string>
 
@@ -50,27 +49,12 @@ int ApplyToFile(const Effect& effect, const Order& order, const std::string& pro
   return Complain(program, order.path + " stays as it was: " + reason, kFailed);
 }
 
-/// That of the program which the effect is a part of for the person.
-QIcon ProgramIcon() {
-  RegisterIcon();
-  QSvgRenderer drawing(QString(":/zelvane.svg"));
-  QIcon icon;
-  for (const int side : {16, 24, 32, 48, 64, 128}) {
-    QPixmap pixels(side, side);
-    pixels.fill(Qt::transparent);
-    QPainter painter(&pixels);
-    drawing.render(&painter);
-    painter.end();
-    icon.addPixmap(pixels);
-  }
-  return icon;
-}
-
 int ShowWindow(const Effect& effect, const std::string& path, int argc, char** argv) {
   const QApplication toolkit(argc, argv);
   QApplication::setApplicationName("Zelvane");
   QApplication::setDesktopFileName("zelvane");
-  QApplication::setWindowIcon(ProgramIcon());
+  RegisterIcon();
+  QApplication::setWindowIcon(QIcon(":/zelvane.svg"));  // the main program's, of which effects are a part
   auto picture = LoadPicture(path);
   if (!picture) {
     QMessageBox::critical(nullptr, QString::fromStdString(effect.title),
