@@ -7,15 +7,16 @@ namespace zelvane {
 namespace {
 
 constexpr int kIconWidth = 34, kIconSize = 24, kHoverInterval = 100;
+constexpr int kLeastBarHeight = 26, kLeastBoxHeight = 22;  // pixels, at a font of 10 points
 constexpr int kGap = 12, kLabelGap = 5, kButtonSize = 26, kDropDownWidth = 16;
 
+// What holds text grows with the font.
 int BarHeight() {
-  return 26 + static_cast<int>(LineGrowth());
+  return kLeastBarHeight + static_cast<int>(LineGrowth());
 }
 int BoxHeight() {
-  return 22 + static_cast<int>(LineGrowth());
+  return kLeastBoxHeight + static_cast<int>(LineGrowth());
 }
-/// That holds text.
 int TextWidth(int pixels) {
   return static_cast<int>(Widened(static_cast<Single>(pixels)));
 }
